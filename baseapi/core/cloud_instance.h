@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "baseapi/core/guarded.h"
+
+namespace baseapi {
+
+class IFile;
+class ISliceFile;
+class ITransfer;
+class IUser;
+
+/// The one object that a host touches first: it holds the session values and hands out the service objects.
+///
+/// A host sets `host` (no trailing slash), asks `getUserImpl().getToken` for a token and sets `token` to it,
+/// sets `contentId` and `sliceFile`, and then calls the service objects. Nothing enforces this order, nothing
+/// is kept on disk, and the library never sets a session value itself. All values may be read and set from
+/// any thread; a request reads `host` and `token` when it is sent, and what is under way keeps what it has
+/// read.
+class CloudInstance {
+  public:
+    /// The process-wide instance; made on first use, never destroyed.
+    static CloudInstance& shared();
+
+    CloudInstance(const CloudInstance&) = delete;
+    CloudInstance& operator=(const CloudInstance&) = delete;
+
+    /// For the host's own use; sent with nothing.
+    Guarded<std::optional<std::string>> authCode;
+    /// The header `Authorization` of each request as it stands; absent leaves the header out, the empty text
+    /// does not.
+    Guarded<std::optional<std::string>> token;
+    /// The service's base address without a trailing slash, such as "https://cloud.example.org".
+    Guarded<std::optional<std::string>> host;
+    /// For the host's own use; sent with nothing.
+    Guarded<std::optional<std::string>> innerUser;
+    /// The container that uploads name; copied into an upload when it starts.
+    Guarded<std::optional<std::string>> contentId;
+    /// What hashes and cuts files for the backup runs; may be absent where there is none.
+    Guarded<std::shared_ptr<ISliceFile>> sliceFile;
+
+    /// "Your-App-Name" until it is replaced. It is kept for the host and sent with nothing: the header
+    /// `User-Agent` is fixed.
+    std::string userAgent() const { return userAgent_.get(); }
+    void updateUserAgent(std::string userAgent) { userAgent_.set(std::move(userAgent)); }
+
+    // The service objects. Each call gives the same object; they live as long as the process.
+    IUser& getUserImpl() const { return *userImpl_; }
+    IFile& getFileImpl() const { return *fileImpl_; }
+    ITransfer& getTransferImpl() const { return *transferImpl_; }
+
+  private:
+    /// Builds the service objects, in the order of the fields below.
+    CloudInstance();
+
+    Guarded<std::string> userAgent_{"Your-App-Name"};
+    IUser* userImpl_;
+    IFile* fileImpl_;
+    ITransfer* transferImpl_;
+};
+
+}  // namespace baseapi

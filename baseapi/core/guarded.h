@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <utility>
+
+namespace baseapi {
+
+/// A value that any thread may read or replace: a reader gets the old value or the new one, never half of
+/// both.
+template <class T>
+class Guarded {
+  public:
+    Guarded() = default;
+    explicit Guarded(T value) : value_(std::move(value)) {}
+
+    T get() const {
+        std::lock_guard lock(mutex_);
+        return value_;
+    }
+    void set(T value) {
+        std::lock_guard lock(mutex_);
+        std::swap(value_, value);
+    }
+    Guarded& operator=(T value) {
+        set(std::move(value));
+        return *this;
+    }
+    /// Changes the value in place; `change` must not touch this object.
+    void modify(const std::function<void(T&)>& change) {
+        std::lock_guard lock(mutex_);
+        change(value_);
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    T value_{};
+};
+
+}  // namespace baseapi

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace baseapi {
+
+/// The address of a local file or of something on the network.
+class URL {
+  public:
+    /// An address as text, such as "https://example.org/a". A text with the scheme "file" is a file's
+    /// address, its percent sequences decoded.
+    explicit URL(std::string_view text);
+
+    /// The address of a local file; the path's bytes are taken as they are.
+    static URL file(std::filesystem::path path);
+
+    bool isFileURL() const { return isFile_; }
+    /// The text as given, or the path of a file's address.
+    const std::string& text() const { return text_; }
+    /// The local path; empty for what is no file's address.
+    std::filesystem::path path() const;
+    std::string lastPathComponent() const;
+    /// What follows the last component's last dot, without it; empty where there is none.
+    std::string pathExtension() const;
+
+    bool operator==(const URL&) const = default;
+
+  private:
+    URL() = default;
+
+    std::string text_;
+    bool isFile_ = false;
+};
+
+}  // namespace baseapi

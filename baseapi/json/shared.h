@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace baseapi {
+
+/// A value that may be absent and that copies of its owner share: `File.copy()` gives a record whose nested
+/// records and arrays are the very same objects. Reads like `std::optional`.
+template <class T>
+class Shared {
+  public:
+    using value_type = T;
+
+    Shared() = default;
+    Shared(T value) : held_(std::make_shared<T>(std::move(value))) {}  // NOLINT(google-explicit-constructor)
+
+    bool has_value() const { return held_ != nullptr; }
+    explicit operator bool() const { return has_value(); }
+    void reset() { held_.reset(); }
+    T& emplace() { return *(held_ = std::make_shared<T>()); }
+
+    /// Only to be called while a value is there.
+    T& operator*() const { return *held_; }
+    T* operator->() const { return held_.get(); }
+
+    /// Equal when both are absent or both hold equal values, shared or not.
+    friend bool operator==(const Shared& left, const Shared& right) {
+        return left.has_value() == right.has_value() && (!left.has_value() || *left == *right);
+    }
+
+  private:
+    std::shared_ptr<T> held_;
+};
+
+}  // namespace baseapi

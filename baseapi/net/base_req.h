@@ -1,0 +1,75 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "baseapi/core/callback.h"
+#include "baseapi/json/codec.h"
+#include "baseapi/net/base_response.h"
+#include "baseapi/net/http_method.h"
+#include "baseapi/net/network_result.h"
+
+namespace baseapi {
+
+/// What all requests share, written without the response's type: headers, address, sending, and the words of
+/// every failure. A request serves one call.
+class RequestCore : public std::enable_shared_from_this<RequestCore> {
+  public:
+    using Headers = std::map<std::string, std::string>;
+
+    RequestCore(const RequestCore&) = delete;
+    RequestCore& operator=(const RequestCore&) = delete;
+    virtual ~RequestCore() = default;
+
+    /// Fills `url`, `params`, `body` and extra `heads` from the caller's record. 0, or -1 where the request
+    /// cannot be built.
+    virtual int buildParams();
+
+    /// Starts the request and returns. The result comes through the callback alone, exactly once.
+    void callRequest();
+
+    std::optional<Headers> heads;
+    const HTTPMethod method;
+    /// The path on the service, starting with "/".
+    std::optional<std::string> url;
+    /// The query text without the leading "?".
+    std::optional<std::string> params;
+    std::optional<std::string> body;
+
+  protected:
+    explicit RequestCore(HTTPMethod verb) : method(verb) {}
+
+  private:
+    friend class HttpHelper;
+
+    /// Decodes the answer's body and delivers the record, or says why there is none.
+    virtual std::optional<DecodingError> deliverDecoded(std::string& answer) = 0;
+    virtual void deliverFailure(std::int64_t code, std::string message) = 0;
+};
+
+/// The thin typed skin of a request whose answer is a `T`.
+template <class T>
+class BaseReq : public RequestCore {
+  public:
+    BaseReq(HTTPMethod verb, NetworkCallback<T> callback)
+        : RequestCore(verb), onCallback(std::move(callback)) {}
+
+    NetworkCallback<T> onCallback;
+
+  private:
+    std::optional<DecodingError> deliverDecoded(std::string& answer) override {
+        NetworkResult<T> result{typename NetworkResult<T>::success{}};
+        if (auto error = decode(answer, std::get<0>(result.value).record)) return error;
+        deliver(std::move(result));
+        return std::nullopt;
+    }
+    void deliverFailure(std::int64_t code, std::string message) override {
+        deliver({NetworkFailure{code, std::move(message)}});
+    }
+    void deliver(NetworkResult<T> result) { invokeCallback(onCallback, std::move(result)); }
+};
+
+}  // namespace baseapi

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace baseapi {
+
+/// A persistent store of small values by key. Calls are safe from any thread and from several processes at
+/// once; what a call has written is there after the process was killed.
+class KeyValueStore {
+  public:
+    struct Bytes {
+        std::string bytes;
+    };
+    /// Arrays and maps are stored as JSON text.
+    struct Json {
+        std::string text;
+    };
+    using Value = std::variant<std::string, std::int64_t, bool, double, Json, Bytes>;
+
+    virtual ~KeyValueStore() = default;
+
+    virtual std::optional<Value> get(std::string_view key) = 0;
+    /// Replaces any earlier value of the key.
+    virtual void put(std::string_view key, const Value& value) = 0;
+    virtual void remove(std::string_view key) = 0;
+    /// Removes all values.
+    virtual void clear() = 0;
+    /// Asks the store to write out now.
+    virtual void sync() = 0;
+};
+
+}  // namespace baseapi

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "baseapi/platform/executor.h"
+#include "baseapi/platform/http_transport.h"
+#include "baseapi/platform/key_value_store.h"
+#include "baseapi/platform/log_sink.h"
+
+namespace baseapi {
+
+/// What a system lends the library. A host puts its own parts in place with `usePlatform` before its first
+/// call; what it leaves empty gets the default of any Linux machine.
+struct Platform {
+    /// Default: HTTP on libcurl, its callbacks on a small pool of threads.
+    std::shared_ptr<HttpTransport> http;
+    /// Default: an SQLite file in `stateFolder`.
+    std::shared_ptr<KeyValueStore> store;
+    /// Default: standard output.
+    std::shared_ptr<LogSink> log;
+    /// The serial queue that upload events and ends of downloads are reported on. Default: one thread of the
+    /// library's own.
+    std::shared_ptr<Executor> mainQueue;
+
+    /// Where the default store keeps its file; made where it does not exist. Default: "baseapi" in the user's
+    /// XDG state folder.
+    std::filesystem::path stateFolder;
+    /// Default: `TMPDIR`, otherwise /tmp.
+    std::filesystem::path temporaryFolder;
+    /// A bundle of certificates to trust in place of the system's. Default: empty, the system's.
+    std::filesystem::path caBundle;
+    /// The name of the application; without one `Preferences.clear()` does nothing.
+    std::optional<std::string> applicationIdentifier;
+};
+
+/// Puts the host's parts in place. Call it before the first use of anything else of the library; a later call
+/// is a programming error and ends the process.
+void usePlatform(Platform parts);
+
+/// The parts in use, every one of them present. The first call settles them for the life of the process.
+const Platform& platform();
+
+}  // namespace baseapi
