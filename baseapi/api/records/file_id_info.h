@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "baseapi/json/record.h"
+
+namespace baseapi {
+
+/// A file by its id and container.
+struct FileIdInfo {
+    std::optional<std::string> fileId;
+    std::optional<std::string> containerId;
+
+    BASEAPI_FIELDS(FileIdInfo, fileId, containerId)
+};
+
+}  // namespace baseapi
