@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <mutex>
 #include <utility>
 
@@ -27,9 +26,10 @@ class Guarded {
         return *this;
     }
     /// Changes the value in place; `change` must not touch this object.
-    void modify(const std::function<void(T&)>& change) {
+    template <class Change>
+    void modify(Change&& change) {
         std::lock_guard lock(mutex_);
-        change(value_);
+        std::forward<Change>(change)(value_);
     }
 
   private:

@@ -10,7 +10,7 @@ namespace baseapi {
 class URL {
   public:
     /// An address as text, such as "https://example.org/a". A text with the scheme "file" is a file's
-    /// address, its percent sequences decoded.
+    /// address; its percent sequences are decoded, all but "%00", which no path can hold.
     explicit URL(std::string_view text);
 
     /// The address of a local file; the path's bytes are taken as they are.
@@ -21,8 +21,11 @@ class URL {
     const std::string& text() const { return text_; }
     /// The local path; empty for what is no file's address.
     std::filesystem::path path() const;
+    /// The last component of the path, its percent sequences decoded, without a slash at its end; the path
+    /// "/" is its own. Empty where there is no path.
     std::string lastPathComponent() const;
-    /// What follows the last component's last dot, without it; empty where there is none.
+    /// What follows the last component's last dot, without it; empty where there is none, or where the dot
+    /// comes first (".profile").
     std::string pathExtension() const;
 
     bool operator==(const URL&) const = default;

@@ -6,13 +6,9 @@
 #include <utility>
 #include <variant>
 
-namespace baseapi {
+#include "baseapi/core/cases.h"
 
-/// A handler made of several functions, one for each case.
-template <class... Functions>
-struct Cases : Functions... {
-    using Functions::operator()...;
-};
+namespace baseapi {
 
 /// Why a call failed. The library's own failures have code -1; a service's failure keeps the service's code
 /// and message.

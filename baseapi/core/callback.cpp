@@ -1,0 +1,11 @@
+#include "baseapi/core/callback.h"
+
+#include "baseapi/core/log.h"
+
+namespace baseapi {
+
+void callbackThrew(const char* what) noexcept {
+    logLine("callback threw: ", std::string_view(what));
+}
+
+}  // namespace baseapi
