@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
 namespace baseapi {
@@ -63,6 +64,13 @@ std::optional<DecodingError> decode(const RecordCodec& codec, std::string& text,
 
 /// Appends the record's JSON object to `text`. After an error `text` is as it was.
 std::optional<EncodingError> encode(const RecordCodec& codec, const void* record, std::string& text);
+
+/// The value of any JSON text, a single string or number included. `error` receives the reason where there is
+/// none. Grows the capacity of `text` as `decode` does.
+std::optional<JSONValue> parseJSON(std::string& text, DecodingError* error = nullptr);
+
+/// The JSON text of a value, or nothing where it has no JSON form.
+std::optional<std::string> writeJSON(const JSONValue& value);
 
 /// Reads a record of type `T` from JSON text.
 template <Record T>

@@ -1,0 +1,132 @@
+#pragma once
+
+#include <concepts>
+#include <map>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "baseapi/json/codec.h"
+#include "baseapi/json/json_value.h"
+#include "baseapi/json/lenient_int64.h"
+#include "baseapi/json/record.h"
+#include "baseapi/json/schema.h"
+#include "baseapi/json/shared.h"
+
+/// The definition of `codecOf`, for the one source file of a family that compiles its codecs:
+///
+///     #include "baseapi/json/define_codec.h"
+///
+///     template const RecordCodec& baseapi::codecOf<baseapi::FilesListBean>();
+///
+/// Records inside records follow by themselves.
+
+namespace baseapi {
+namespace json {
+
+template <class T>
+struct KindOf;
+template <Kind value>
+using Is = std::integral_constant<Kind, value>;
+
+// clang-format off
+template <> struct KindOf<std::string> : Is<Kind::string> {};
+template <> struct KindOf<std::int64_t> : Is<Kind::int64> {};
+template <> struct KindOf<std::uint32_t> : Is<Kind::uint32> {};
+template <> struct KindOf<double> : Is<Kind::real> {};
+template <> struct KindOf<bool> : Is<Kind::boolean> {};
+template <> struct KindOf<LenientInt64> : Is<Kind::lenientInt64> {};
+template <> struct KindOf<std::map<std::string, std::string>> : Is<Kind::stringMap> {};
+template <> struct KindOf<JSONValue> : Is<Kind::json> {};
+template <> struct KindOf<AnyMap> : Is<Kind::anyMap> {};
+template <> struct KindOf<FlatMap> : Is<Kind::flatMap> {};
+template <> struct KindOf<EmbeddedMap> : Is<Kind::embeddedMap> {};
+template <> struct KindOf<EmbeddedDocument> : Is<Kind::embeddedDocument> {};
+template <Record T> struct KindOf<T> : Is<Kind::record> {};
+template <class T> struct KindOf<std::vector<T>> : Is<Kind::array> {};
+// clang-format on
+
+template <class Array>
+inline constexpr ArrayAccess arrayAccess = {
+    [](void* array) { static_cast<Array*>(array)->clear(); },
+    [](void* array, std::size_t count) { static_cast<Array*>(array)->reserve(count); },
+    [](void* array) -> void* { return &static_cast<Array*>(array)->emplace_back(); },
+    [](const void* array) { return static_cast<const Array*>(array)->size(); },
+    [](const void* array) -> const void* { return static_cast<const Array*>(array)->data(); },
+};
+
+template <class T>
+constexpr Type describe();
+template <class T>
+inline constexpr Type typeOf = describe<T>();
+
+template <class T>
+constexpr Type describe() {
+    Type type{KindOf<T>::value, sizeof(T)};
+    if constexpr (KindOf<T>::value == Kind::record) {
+        type.record = &codecOf<T>;
+    } else if constexpr (KindOf<T>::value == Kind::array) {
+        static_assert(!std::same_as<T, std::vector<bool>>, "its elements have no address");
+        type.element = &typeOf<typename T::value_type>;
+        type.array = &arrayAccess<T>;
+    } else if constexpr (std::is_arithmetic_v<T> || std::same_as<T, LenientInt64>) {
+        type.zero = [](void* value) { *static_cast<T*>(value) = T{}; };
+    }
+    return type;
+}
+
+template <class Holder>
+inline constexpr Presence presenceOf = {
+    [](void* holder) -> void* { return &static_cast<Holder*>(holder)->emplace(); },
+    [](void* holder) { static_cast<Holder*>(holder)->reset(); },
+    [](const void* holder) -> const void* {
+        const auto& value = *static_cast<const Holder*>(holder);
+        return value ? &*value : nullptr;
+    },
+    std::same_as<Holder, Shared<typename Holder::value_type>> ? sizeof(typename Holder::value_type) : 0,
+};
+
+/// Only a value that may be absent can be passed over.
+template <class T>
+concept OnlyOptional =
+    std::same_as<T, FlatMap> || std::same_as<T, EmbeddedMap> || std::same_as<T, EmbeddedDocument>;
+
+template <class T>
+Field makeField(std::string_view key, std::size_t offset, const T*) {
+    static_assert(!OnlyOptional<T>, "has to be a std::optional");
+    return {'"' + std::string(key) + "\":", offset, &typeOf<T>, nullptr};
+}
+template <class T>
+Field makeField(std::string_view key, std::size_t offset, const std::optional<T>*) {
+    return {'"' + std::string(key) + "\":", offset, &typeOf<T>, &presenceOf<std::optional<T>>};
+}
+template <class T>
+Field makeField(std::string_view key, std::size_t offset, const Shared<T>*) {
+    return {'"' + std::string(key) + "\":", offset, &typeOf<T>, &presenceOf<Shared<T>>};
+}
+
+template <Record T>
+RecordCodec* makeCodec() {
+    const T probe{};
+    std::vector<Field> fields;
+    T::fields([&](std::string_view key, auto member) {
+        const auto* place = &(probe.*member);
+        const auto offset = reinterpret_cast<const char*>(place) - reinterpret_cast<const char*>(&probe);
+        fields.push_back(makeField(key, static_cast<std::size_t>(offset), place));
+    });
+    return new RecordCodec(
+        T::recordName, requires { requires T::lenient; },
+        [](void* record) { *static_cast<T*>(record) = T{}; }, std::move(fields));
+}
+
+}  // namespace json
+
+template <Record T>
+const RecordCodec& codecOf() {
+    static const RecordCodec& codec = *json::makeCodec<T>();  // never destroyed
+    return codec;
+}
+
+}  // namespace baseapi

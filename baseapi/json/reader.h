@@ -1,0 +1,91 @@
+#pragma once
+
+#include <simdjson.h>
+
+#include <bitset>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "baseapi/json/codec.h"
+#include "baseapi/json/json_value.h"
+#include "baseapi/json/schema.h"
+
+namespace baseapi::json {
+
+/// Reads one text, in one pass, into a record or a dynamic value. Every function gives false after a failure,
+/// with `error` set; nothing is read after that.
+class Reader {
+  public:
+    using Parser = simdjson::ondemand::parser;
+
+    Reader(std::size_t textSize, DecodingMode mode);
+
+    bool readDocument(Parser& parser, std::string& text, const RecordCodec& codec, void* record);
+    bool readDocument(Parser& parser, std::string& text, JSONValue& value);
+    /// Reads the text for its grammar alone.
+    bool checkDocument(Parser& parser, std::string& text);
+
+    DecodingError error;
+
+  private:
+    using Value = simdjson::ondemand::value;
+    using Member = simdjson::ondemand::field;
+    using Seen = std::bitset<RecordCodec::maxFields>;
+
+    template <class Read>
+    bool onlyValue(Parser& parser, std::string& text, Read read);
+    template <class Read>
+    bool onlyElement(Parser& parser, const std::string& text, Read read);
+
+    bool readRecord(const RecordCodec& codec, Value& value, void* record);
+    bool readField(const RecordCodec& codec, const Field& field, bool again, Value& value, void* place);
+    bool readOptional(const Field& field, Value& value, void* holder);
+    bool readEmbedded(const Field& field, Value& value, void* holder);
+    bool setNull(const Type& type, bool lenient, void* place);
+    bool checkMissing(const RecordCodec& codec, const Seen& seen);
+
+    bool readValue(const Type& type, Value& value, void* place);
+    bool readString(Value& value, std::string& out);
+    bool readInt64(Value& value, std::int64_t& out);
+    bool readUint32(Value& value, std::uint32_t& out);
+    bool readReal(Value& value, double& out);
+    bool readBoolean(Value& value, bool& out);
+    bool readLenientInt64(Value& value, std::int64_t& out);
+    bool readArray(const Type& type, Value& value, void* array);
+    bool readStringMap(Value& value, std::map<std::string, std::string>& out);
+    bool readMap(Value& value, JSONValue::Map& out);
+    bool readFlatMap(Value& value, JSONValue::Map& out);
+    bool readJSON(Value& value, JSONValue& out);
+    bool readJSONArray(Value& value, JSONValue::Array& out);
+    /// Leaves `out` as it is where the number fits neither an integer nor a double.
+    bool readNumber(Value& value, JSONValue& out, bool& fits);
+    /// Checks a value that nobody wants.
+    bool skip(Value& value);
+
+    template <class Visit>
+    bool forEachMember(Value& value, std::string_view expected, Visit visit);
+    template <class Visit>
+    bool forEachElement(Value& value, std::string_view expected, Visit visit);
+    bool keyOf(Member& member, std::string_view& key);
+    bool typeOfValue(Value& value, simdjson::ondemand::json_type& type);
+    bool takeNull(Value& value, bool& null);
+
+    bool enter();
+    bool charge(std::size_t bytes);
+    bool corrupted(std::string detail);
+    bool corrupted(simdjson::error_code code);
+    bool mismatch(std::string_view expected, Value& value);
+    bool mismatch(std::string_view expected, std::string detail);
+    bool inside(std::string_view key);
+    bool inside(std::size_t index);
+
+    DecodingMode mode_;
+    int depth_ = 0;
+    std::size_t budget_;
+};
+
+}  // namespace baseapi::json
