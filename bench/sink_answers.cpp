@@ -1,0 +1,106 @@
+#include "bench/sink_answers.h"
+
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <string_view>
+
+namespace bench {
+
+namespace {
+
+constexpr std::string_view operations = "/quillbox/ose/v1/files/";
+constexpr std::string_view contents = "/content/";
+constexpr std::string_view bucket = "/bucket";
+
+constexpr std::string_view listAnswer =
+    R"({"code":0,"msg":"success","files":[)"
+    R"({"id":"f1","fileName":"a.jpg","fileType":"15","mimeType":"image/jpeg","size":1048576,)"
+    R"("parentFolder":["root"],"createdTime":"2024-01-01T00:00:00Z","editedTime":"2024-01-01T00:00:00Z"},)"
+    R"({"id":"f2","fileName":"b.txt","fileType":"45","mimeType":"text/plain","size":12,)"
+    R"("parentFolder":["root"],"createdTime":"2024-01-01T00:00:00Z","editedTime":"2024-01-01T00:00:00Z"}],)"
+    R"("nextCursor":""})";
+
+/// The parts asked for, each with an address.
+std::string createAnswer(const Request& request) {
+    rapidjson::Document asked;
+    asked.Parse(request.body.data(), request.body.size());
+    if (asked.HasParseError() || !asked.IsObject()) return R"({"code":1,"msg":"no JSON object"})";
+
+    rapidjson::StringBuffer text;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+    writer.StartObject();
+    writer.Key("code"), writer.Int(0);
+    writer.Key("msg"), writer.String("success");
+    writer.Key("fileId"), writer.String("f3");
+    writer.Key("rapidUpload"), writer.Bool(false);
+    writer.Key("exist"), writer.Bool(false);
+    writer.Key("multiParts"), writer.StartArray();
+    if (const auto parts = asked.FindMember("multiParts");
+        parts != asked.MemberEnd() && parts->value.IsArray())
+        for (const auto& part : parts->value.GetArray()) {
+            writer.StartObject();
+            for (const char* key : {"partNumber", "partSize", "partOffset"})
+                writer.Key(key), writer.Int64(part[key].GetInt64());
+            const auto address =
+                "http://" + request.host + "/parts/" + std::to_string(part["partNumber"].GetInt64());
+            writer.Key("uploadUrl"), writer.String(address.c_str());
+            writer.EndObject();
+        }
+    writer.EndArray();
+    writer.EndObject();
+    return text.GetString();
+}
+
+Answer answerOperation(const Request& request) {
+    const auto operation = std::string_view(request.path).substr(operations.size());
+    if (operation == "create") return {.body = createAnswer(request)};
+    if (operation == "complete") return {.body = R"({"code":0,"msg":"success"})"};
+    return {.body = std::string(listAnswer)};
+}
+
+Answer xml(std::string body) {
+    return {.body = R"(<?xml version="1.0" encoding="UTF-8"?>)" + std::move(body),
+            .extraHeaders = "Content-Type: application/xml\r\n"};
+}
+
+}  // namespace
+
+Answer SinkAnswers::answer(const Request& request) {
+    if (request.path.starts_with(operations)) return answerOperation(request);
+    if (request.path.starts_with(contents))
+        return {.filler = std::stoull(request.path.substr(contents.size())),
+                .extraHeaders = "ETag: \"1\"\r\n"};
+    if (request.path.starts_with(bucket)) return answerBucket(request);
+    return {.status = request.verb == "PUT" ? 200 : 404};
+}
+
+Answer SinkAnswers::answerBucket(const Request& request) {
+    static const std::string etag = "ETag: \"00000000000000000000000000000000-1\"\r\n";
+    if (request.verb == "PUT") {
+        objects_[request.path] += request.bodyLength;
+        return {.extraHeaders = etag};
+    }
+    if (request.verb == "POST" && request.query.starts_with("uploads")) {
+        objects_[request.path] = 0;
+        return xml("<InitiateMultipartUploadResult><UploadId>1</UploadId></InitiateMultipartUploadResult>");
+    }
+    if (request.verb == "POST")
+        return xml(
+            "<CompleteMultipartUploadResult><ETag>\"00000000000000000000000000000000-1\"</ETag>"
+            "</CompleteMultipartUploadResult>");
+    if (request.verb == "GET")
+        return xml(
+            "<ListBucketResult><Name>bucket</Name><IsTruncated>false</IsTruncated></ListBucketResult>");
+    if (request.verb == "DELETE") {
+        objects_.erase(request.path);
+        return {.status = 204};
+    }
+    const auto object = objects_.find(request.path);
+    if (object == objects_.end()) return {.status = 404};
+    return {.headLength = object->second,
+            .extraHeaders = etag + "Last-Modified: Mon, 01 Jan 2024 00:00:00 GMT\r\n"};
+}
+
+}  // namespace bench
