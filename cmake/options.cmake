@@ -7,3 +7,8 @@ if(BASEAPI_SANITIZE)
     -fsanitize=${BASEAPI_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(baseapi_options INTERFACE -fsanitize=${BASEAPI_SANITIZE})
 endif()
+# The whole library counts what it runs, so that libFuzzer sees where a new input leads.
+if(BASEAPI_FUZZERS)
+  target_compile_options(baseapi_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(baseapi_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

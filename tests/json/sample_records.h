@@ -14,6 +14,8 @@
 
 namespace baseapi::sample {
 
+using baseapi::operator==;
+
 struct Leaf {
     std::int64_t size = 0;
     std::optional<std::string> name;
