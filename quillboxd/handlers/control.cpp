@@ -1,0 +1,32 @@
+#include "quillboxd/handlers/handlers.h"
+
+namespace quillboxd::control {
+
+Reply health(Call& call) {
+    (void)call;
+    return jsonReply(200, {{"name", "quillboxd"}, {"version", QUILLBOXD_VERSION}, {"state", "ready"}});
+}
+
+Reply reset(Call& call) {
+    call.service.reset();
+    return success();
+}
+
+Reply requests(Call& call) {
+    return jsonReply(200, {{"requests", call.service.journal.entries()}});
+}
+
+Reply planFault(Call& call) {
+    return success({{"id", call.service.faults.plan(call.body)}});
+}
+
+Reply forgetFaults(Call& call) {
+    call.service.faults.clear();
+    return success();
+}
+
+Reply listFaults(Call& call) {
+    return jsonReply(200, {{"faults", call.service.faults.list()}});
+}
+
+}  // namespace quillboxd::control

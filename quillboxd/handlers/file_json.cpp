@@ -1,0 +1,62 @@
+#include "quillboxd/handlers/file_json.h"
+
+#include <algorithm>
+
+namespace quillboxd::files {
+
+std::string suffix(const Node& node) {
+    const auto dot = node.name.rfind('.');
+    return node.isFile && dot != node.name.npos && dot > 0 ? node.name.substr(dot + 1) : "";
+}
+
+json::object commonFields(const Node& node) {
+    json::object fields{
+        {"id", Tree::wireId(node.id)},     {"fileName", node.name},
+        {"fileType", node.fileType},       {"mimeType", node.mimeType},
+        {"recycled", node.recycled},       {"parentFolder", json::array{Tree::wireId(node.parent)}},
+        {"createdTime", node.createdTime}, {"editedTime", node.editedTime},
+        {"fileSuffix", suffix(node)}};
+    if (node.isFile) fields["sha256"] = node.sha256;
+    return fields;
+}
+
+json::object allCapabilities() {
+    json::object capabilities;
+    for (const char* key :
+         {"addChildNodePermission", "copyPermission", "deletePermission", "downloadPermission",
+          "editPermission", "listChildNodePermission", "removeChildNodePermission", "renameFilePermission",
+          "shareFilePermission", "uploadPermission", "viewPermission"}) {
+        capabilities[key] = true;
+    }
+    return capabilities;
+}
+
+std::string contentUrl(const Call& call, const Node& node, bool inlineView) {
+    return call.origin + call.service.signer.content(node.id, inlineView, now());
+}
+
+json::array downloadLinks(const Call& call, const Node& node) {
+    return {json::object{{"usage", "content"}, {"downloadLink", contentUrl(call, node)}, {"version", 1}}};
+}
+
+std::int64_t requireParent(Tree& tree, const json::object& request) {
+    const auto* list = present(request, "parentFolder");
+    if (!list || list->get_array().empty()) return 0;
+    if (list->get_array().size() > 1) badRequest("\"parentFolder\" must name one folder");
+    return tree.requireFolder(std::string(list->get_array()[0].get_string()));
+}
+
+PageRequest pageRequest(const json::object& record) {
+    constexpr std::int64_t largestPage = 1000;
+    PageRequest page;
+    page.size = largestPage;
+    if (!present(record, "pageInfo")) return page;
+    const auto info = quillboxd::record(record, "pageInfo");
+    page.size = requiredInteger(info, "pageSize");
+    if (page.size < 1) badRequest("\"pageInfo.pageSize\" must be at least 1");
+    page.size = std::min(page.size, largestPage);
+    page.cursor = text(info, "pageCursor");
+    return page;
+}
+
+}  // namespace quillboxd::files

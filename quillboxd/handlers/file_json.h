@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "quillboxd/call.h"
+
+namespace quillboxd::files {
+
+/// "txt" of "notes.txt"; empty without a dot behind the first character, and for a folder.
+std::string suffix(const Node& node);
+
+/// The members that every view of a file has.
+json::object commonFields(const Node& node);
+
+json::object allCapabilities();
+
+/// A fresh address of the file's content.
+std::string contentUrl(const Call& call, const Node& node, bool inlineView = false);
+
+/// The list of links of a detail: one, of usage "content".
+json::array downloadLinks(const Call& call, const Node& node);
+
+/// The folder that parentFolder names: the root where it is absent or empty.
+std::int64_t requireParent(Tree& tree, const json::object& request);
+
+/// pageInfo and the cursor in it; without it the first 1000.
+PageRequest pageRequest(const json::object& record);
+
+constexpr Field pageInfoShape[] = {{"pageSize", Type::integer}, {"pageCursor", Type::text}};
+
+}  // namespace quillboxd::files

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "quillboxd/call.h"
+
+// The handlers of all endpoints, by family; routes.cpp says which belongs to which.
+
+namespace quillboxd::users {
+Reply getToken(Call& call);
+}
+
+namespace quillboxd::files {
+Reply access(Call& call);
+Reply createDirectory(Call& call);
+Reply complete(Call& call);
+Reply rename(Call& call);
+Reply create(Call& call);
+Reply search(Call& call);
+Reply list(Call& call);
+Reply path(Call& call);
+Reply statsDir(Call& call);
+Reply downloadUrls(Call& call);
+Reply detail(Call& call);
+Reply uploadUrls(Call& call);
+Reply previewLink(Call& call);
+}  // namespace quillboxd::files
+
+namespace quillboxd::addresses {
+Reply putPart(Call& call);
+Reply getContent(Call& call);
+}  // namespace quillboxd::addresses
+
+namespace quillboxd::control {
+Reply health(Call& call);
+Reply reset(Call& call);
+Reply requests(Call& call);
+Reply planFault(Call& call);
+Reply forgetFaults(Call& call);
+Reply listFaults(Call& call);
+}  // namespace quillboxd::control

@@ -1,0 +1,2 @@
+// Boost.JSON, compiled into this program.
+#include <boost/json/src.hpp>

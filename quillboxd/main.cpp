@@ -1,0 +1,67 @@
+#include <sys/signalfd.h>
+
+#include <csignal>
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+#include "quillboxd/error.h"
+#include "quillboxd/options.h"
+#include "quillboxd/server.h"
+#include "quillboxd/service.h"
+
+namespace quillboxd {
+namespace {
+
+/// Becomes readable at SIGTERM and SIGINT, which no longer end the process by themselves.
+UniqueFd stopSignals() {
+    std::signal(SIGPIPE, SIG_IGN);
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    return UniqueFd(signalfd(-1, &signals, SFD_CLOEXEC));
+}
+
+/// Whoever sees the file sees the whole number.
+void writePortFile(const std::filesystem::path& file, std::uint16_t port) {
+    auto unfinished = file;
+    unfinished += ".new";
+    std::ofstream(unfinished) << port << '\n';
+    std::error_code error;
+    std::filesystem::rename(unfinished, file, error);
+    if (error) throw StartError("the port file " + file.string() + " cannot be written: " + error.message());
+}
+
+void run(const Options& options) {
+    const auto stop = stopSignals();
+    std::unique_ptr<TlsContext> tls;
+    if (!options.certificate.empty()) tls = std::make_unique<TlsContext>(options.certificate, options.key);
+    Service service(options.data);
+    Server server(service, options.port, tls.get(), options.verbose);
+    // Connections queue from the moment the port is bound, so the number may be told now.
+    if (!options.portFile.empty()) writePortFile(options.portFile, server.port());
+    std::cout << "quillboxd listens on " << (tls ? "https" : "http") << "://127.0.0.1:" << server.port()
+              << std::endl;
+    server.run(stop.get());
+}
+
+}  // namespace
+}  // namespace quillboxd
+
+int main(int argc, char** argv) {
+    int exitStatus = 0;
+    const auto options = quillboxd::readOptions(argc, argv, exitStatus);
+    if (!options) return exitStatus;
+    try {
+        quillboxd::run(*options);
+        return 0;
+    } catch (const quillboxd::StartError& error) {
+        std::cerr << "quillboxd: " << error.what() << '\n';
+        return 2;
+    } catch (const std::exception& error) {
+        std::cerr << "quillboxd: " << error.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,60 @@
+#include "quillboxd/options.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <vector>
+
+namespace quillboxd {
+namespace {
+
+constexpr int unusable = 2;
+
+std::string oneLine(std::string text) {
+    return text.substr(0, text.find('\n'));
+}
+
+}  // namespace
+
+std::optional<Options> readOptions(int argc, const char* const* argv, int& exitStatus) {
+    CLI::App app("A cloud drive service for development and tests on one machine.", "quillboxd");
+    app.set_version_flag("--version", QUILLBOXD_VERSION);
+    Options options;
+    bool memory = false;
+    std::vector<std::string> tls;
+    auto* place = app.add_option_group("place");
+    place->add_option("--data", options.data, "Folder that keeps everything; made where it is missing")
+        ->type_name("DIR");
+    place->add_flag("--memory", memory, "Keep everything in memory");
+    place->require_option(1);
+    app.add_option("--port", options.port, "Port on 127.0.0.1; 0 takes a free one")->type_name("N");
+    app.add_option("--port-file", options.portFile,
+                   "File that gets the port's number once the service answers")
+        ->type_name("FILE");
+    app.add_option("--tls", tls, "Serve https with this certificate and key (PEM)")
+        ->expected(2)
+        ->type_name("CERT KEY");
+    app.add_flag("--verbose", options.verbose, "One line for each request on standard error");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            exitStatus = app.exit(error);
+        } else {
+            std::cerr << "quillboxd: " << oneLine(error.what()) << "; see quillboxd --help\n";
+            exitStatus = unusable;
+        }
+        return std::nullopt;
+    }
+    if (!tls.empty()) {
+        options.certificate = tls[0];
+        options.key = tls[1];
+    }
+    if (!memory && options.data.empty()) {
+        std::cerr << "quillboxd: --data needs the name of a folder\n";
+        exitStatus = unusable;
+        return std::nullopt;
+    }
+    return options;
+}
+
+}  // namespace quillboxd

@@ -1,0 +1,111 @@
+#include "quillboxd/router.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "quillboxd/store/database.h"
+
+namespace quillboxd {
+namespace {
+
+constexpr std::size_t largestBody = 64 * 1024 * 1024;
+
+std::string_view nextSegment(std::string_view& path) {
+    path.remove_prefix(1);
+    const auto segment = path.substr(0, path.find('/'));
+    path.remove_prefix(segment.size());
+    return segment;
+}
+
+/// The segments in the places of the pattern, or nothing where path and pattern differ.
+std::optional<std::vector<std::string>> match(std::string_view pattern, std::string_view path) {
+    std::vector<std::string> wildcards;
+    while (!pattern.empty() && path.starts_with('/')) {
+        const auto expected = nextSegment(pattern);
+        const auto segment = nextSegment(path);
+        if (expected == "*" && !segment.empty()) {
+            wildcards.push_back(decodePercent(segment));
+        } else if (expected != segment) {
+            return std::nullopt;
+        }
+    }
+    return pattern.empty() && path.empty() ? std::optional(std::move(wildcards)) : std::nullopt;
+}
+
+const Route& findRoute(Call& call) {
+    const auto path = call.request.path();
+    bool pathKnown = false;
+    for (const auto& route : routes()) {
+        auto wildcards = match(route.pattern, path);
+        if (!wildcards) continue;
+        pathKnown = true;
+        if (route.verb != call.request.verb) continue;
+        call.wildcards = std::move(*wildcards);
+        return route;
+    }
+    const auto name = std::string(path.substr(0, 200));
+    if (pathKnown) {
+        throw ApiError(405, Code::verbNotAllowed,
+                       "the endpoint " + name + " does not take " + call.request.verb);
+    }
+    notFound("there is no endpoint " + name);
+}
+
+void authorise(Call& call) {
+    const auto* token = call.request.header("Authorization");
+    if (!token) throw ApiError(401, Code::unauthorised, "the header Authorization is missing");
+    const auto account = Accounts(call.service.database).byToken(*token);
+    if (!account) throw ApiError(401, Code::unauthorised, "the token in the header Authorization is unknown");
+    call.account = *account;
+    call.token = *token;
+}
+
+Reply inTransaction(const Route& route, Call& call) {
+    Transaction transaction(call.service.database);
+    if (route.admission == Admission::account) authorise(call);
+    auto reply = route.handler(call);
+    transaction.commit();
+    return reply;
+}
+
+Reply detached(const Route& route, Call& call) {
+    {
+        Transaction transaction(call.service.database);
+        authorise(call);
+    }
+    return route.handler(call);
+}
+
+Reply handle(Call& call) {
+    const auto& route = findRoute(call);
+    if (route.admission == Admission::address) return route.handler(call);
+    call.body = call.reader.readWholeBody(largestBody);
+    switch (route.admission) {
+        case Admission::control:
+            return route.handler(call);
+        case Admission::detached:
+            return detached(route, call);
+        default:
+            return inTransaction(route, call);
+    }
+}
+
+}  // namespace
+
+Reply dispatch(Call& call) {
+    try {
+        return handle(call);
+    } catch (const ApiError& error) {
+        return errorReply(error);
+    } catch (const ConnectionLost&) {
+        throw;
+    } catch (const std::exception& error) {
+        return errorReply(ApiError(500, Code::internal, error.what()));
+    }
+}
+
+bool isControl(std::string_view path) {
+    return path.starts_with("/_dev/");
+}
+
+}  // namespace quillboxd

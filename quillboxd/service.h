@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "quillboxd/crypto/signed_address.h"
+#include "quillboxd/faults.h"
+#include "quillboxd/journal.h"
+#include "quillboxd/store/blob_store.h"
+#include "quillboxd/store/contents.h"
+#include "quillboxd/store/database.h"
+#include "quillboxd/unique_fd.h"
+
+namespace quillboxd {
+
+/// A data folder that no other process uses as long as this lives.
+class FolderLock {
+  public:
+    /// Makes the folder where it is missing; throws StartError. An empty path locks nothing.
+    explicit FolderLock(const std::filesystem::path& folder);
+
+  private:
+    UniqueFd file_;
+};
+
+/// All that the service keeps, shared by its connections.
+class Service {
+  public:
+    /// An empty path keeps everything in memory.
+    explicit Service(const std::filesystem::path& folder);
+
+    /// Back to empty: accounts, files, journal and faults. Addresses given out before lead nowhere.
+    void reset();
+
+  private:
+    FolderLock lock_;
+
+  public:
+    Database database;
+    BlobStore blobs;
+    Contents contents;
+    AddressSigner signer;
+    Journal journal;
+    Faults faults;
+};
+
+}  // namespace quillboxd

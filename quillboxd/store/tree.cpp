@@ -1,0 +1,309 @@
+#include "quillboxd/store/tree.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <variant>
+
+#include "quillboxd/error.h"
+#include "quillboxd/json.h"
+#include "quillboxd/store/database.h"
+#include "quillboxd/store/fold_case.h"
+
+namespace quillboxd {
+namespace {
+
+constexpr std::size_t longestName = 1000;
+
+const std::string selectItems =
+    "SELECT id, parent, name, is_file, recycled, hidden, file_type, mime_type, description, scene, "
+    "created_time, "
+    "edited_time, content, sha256, size FROM items ";
+
+Node readNode(const Query& row) {
+    Node node;
+    node.id = row.integer(0);
+    node.parent = row.integer(1);
+    node.name = row.text(2);
+    node.isFile = row.boolean(3);
+    node.recycled = row.boolean(4);
+    node.hidden = row.boolean(5);
+    node.fileType = row.text(6);
+    node.mimeType = row.text(7);
+    node.description = row.text(8);
+    node.scene = row.text(9);
+    node.createdTime = row.text(10);
+    node.editedTime = row.text(11);
+    if (!row.isNull(12)) node.content = row.integer(12);
+    node.sha256 = row.text(13);
+    node.size = row.integer(14);
+    return node;
+}
+
+// All folders below ?2, itself included; an absent ?2 leaves a search unbounded.
+constexpr const char* foldersBelow =
+    "(WITH RECURSIVE below (id) AS (SELECT ?2 UNION SELECT nodes.id FROM nodes JOIN below ON parent = "
+    "below.id "
+    "WHERE account = ?1 AND live = 1 AND is_file = 0) SELECT id FROM below)";
+
+std::string searchCondition(const SearchFilter& filter) {
+    return "WHERE account = ?1 AND (?2 IS NULL OR parent " +
+           (filter.recursive ? std::string("IN ") + foldersBelow : std::string("= ?2")) +
+           ") AND instr(fold_case(name), ?3) > 0 AND recycled = ?4 AND (?5 = '' OR file_type = ?5) ";
+}
+
+std::string column(SortKey key) {
+    switch (key) {
+        case SortKey::name:
+            return "name";
+        case SortKey::edited:
+            return "edited_time";
+        case SortKey::size:
+            return "size";
+        case SortKey::created:
+            return "created_time";
+    }
+    return "name";
+}
+
+/// The end of a SELECT: what follows the cursor's place (the parameters ?6, ?7, ?8), in order, ?9 rows of it.
+/// Folders come before files in either direction.
+std::string pageClause(const PageRequest& page) {
+    const auto key = column(page.sort);
+    const char* order = page.descending ? " DESC" : "";
+    const char* beyond = page.descending ? ") < (?7, ?8)" : ") > (?7, ?8)";
+    return "AND (?6 IS NULL OR is_file > ?6 OR (is_file = ?6 AND (" + key + ", id" + beyond +
+           ")) ORDER BY is_file, " + key + order + ", id" + order + " LIMIT ?9";
+}
+
+json::value sortValue(const Node& node, SortKey key) {
+    switch (key) {
+        case SortKey::name:
+            return json::string(node.name);
+        case SortKey::edited:
+            return json::string(node.editedTime);
+        case SortKey::size:
+            return node.size;
+        case SortKey::created:
+            return json::string(node.createdTime);
+    }
+    return nullptr;
+}
+
+/// The place after a page's last item, so that items that come and go do not shift the next page.
+struct Cursor {
+    std::optional<bool> isFile;
+    std::variant<std::string, std::int64_t> key;
+    std::int64_t id = 0;
+};
+
+std::string writeCursor(const Node& last, SortKey key) {
+    return json::serialize(json::array{last.isFile, sortValue(last, key), last.id});
+}
+
+Cursor readCursor(const PageRequest& page) {
+    if (page.cursor.empty()) return {};
+    json::error_code error;
+    const auto value = json::parse(page.cursor, error);
+    const auto* fields = error ? nullptr : value.if_array();
+    const bool bySize = page.sort == SortKey::size;
+    if (!fields || fields->size() != 3 || !(*fields)[0].is_bool() || !(*fields)[2].is_int64() ||
+        !(bySize ? (*fields)[1].is_int64() : (*fields)[1].is_string())) {
+        badRequest("the page cursor is not one that this service gave for this order");
+    }
+    Cursor cursor;
+    cursor.isFile = (*fields)[0].get_bool();
+    cursor.id = (*fields)[2].get_int64();
+    if (bySize) {
+        cursor.key = (*fields)[1].get_int64();
+    } else {
+        cursor.key = std::string((*fields)[1].get_string());
+    }
+    return cursor;
+}
+
+/// Reads the rows of a query for one more than the page holds.
+Page readPage(Query& rows, const PageRequest& request) {
+    Page page;
+    while (rows.next()) {
+        if (static_cast<std::int64_t>(page.nodes.size()) == request.size) {
+            page.nextCursor = writeCursor(page.nodes.back(), request.sort);
+            break;
+        }
+        page.nodes.push_back(readNode(rows));
+    }
+    return page;
+}
+
+/// Runs a paged SELECT whose condition has five parameters.
+template <class... Filter>
+Page runPage(Database& database, const std::string& select, const PageRequest& page,
+             const Filter&... filter) {
+    static_assert(sizeof...(filter) == 5);
+    const auto cursor = readCursor(page);
+    auto rows = database.query(select + pageClause(page), filter..., cursor.isFile, cursor.key, cursor.id,
+                               page.size + 1);
+    return readPage(rows, page);
+}
+
+}  // namespace
+
+NameRule nameRule(std::int64_t number, std::string_view key) {
+    if (number < 1 || number > 4) badRequest("\"" + std::string(key) + "\" must be 1, 2, 3 or 4");
+    return static_cast<NameRule>(number);
+}
+
+std::string Tree::wireId(std::int64_t node) {
+    return node == 0 ? "root" : std::to_string(node);
+}
+
+std::optional<std::int64_t> Tree::fromWireId(std::string_view id) {
+    if (id.empty() || id == "root") return 0;
+    std::int64_t node = 0;
+    const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), node);
+    if (error != std::errc() || end != id.data() + id.size() || node <= 0) return std::nullopt;
+    return node;
+}
+
+Node Tree::root() {
+    Node node;
+    node.fileType = "10";
+    return node;
+}
+
+Node Tree::require(std::string_view id) {
+    const auto number = fromWireId(id);
+    auto node = number ? find(*number) : std::nullopt;
+    if (!node) notFound("there is no file or folder \"" + std::string(id) + "\"");
+    return *node;
+}
+
+Node Tree::requireFile(std::string_view id) {
+    auto node = require(id);
+    if (!node.isFile) badRequest("\"" + std::string(id) + "\" is a folder, not a file");
+    return node;
+}
+
+std::int64_t Tree::requireFolder(std::string_view id) {
+    const auto node = require(id);
+    if (node.isFile) badRequest("\"" + std::string(id) + "\" is a file, not a folder");
+    return node.id;
+}
+
+std::optional<Node> Tree::find(std::int64_t id) {
+    if (id == 0) return root();
+    auto row = database_.query(selectItems + "WHERE id = ? AND account = ?", id, account_);
+    return row.next() ? std::optional(readNode(row)) : std::nullopt;
+}
+
+std::optional<Node> Tree::child(std::int64_t parent, std::string_view name) {
+    auto row = database_.query(selectItems + "WHERE account = ? AND parent = ? AND name = ? AND recycled = 0",
+                               account_, parent, name);
+    return row.next() ? std::optional(readNode(row)) : std::nullopt;
+}
+
+std::string Tree::freeName(std::int64_t parent, const std::string& name, bool isFile) {
+    const auto dot = isFile ? name.rfind('.') : std::string::npos;
+    const auto stemLength = dot == 0 || dot == std::string::npos ? name.size() : dot;
+    auto candidate = name;
+    for (int count = 1; child(parent, candidate); ++count) {
+        candidate = name.substr(0, stemLength) + " (" + std::to_string(count) + ")" + name.substr(stemLength);
+    }
+    return candidate;
+}
+
+void Tree::insert(const Node& node, bool live) {
+    database_.run(
+        "INSERT INTO nodes (id, account, parent, name, is_file, live, hidden, file_type, mime_type, "
+        "description, "
+        "scene, created_time, edited_time, content) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        node.id, account_, node.parent, node.name, node.isFile, live, node.hidden, node.fileType,
+        node.mimeType, node.description, node.scene, node.createdTime, node.editedTime, node.content);
+}
+
+Node Tree::requireUnfinished(std::int64_t id) {
+    auto row = database_.query("SELECT parent, name FROM nodes WHERE id = ? AND account = ? AND live = 0", id,
+                               account_);
+    if (!row.next()) notFound("there is no unfinished file \"" + wireId(id) + "\"");
+    Node file;
+    file.id = id;
+    file.parent = row.integer(0);
+    file.name = row.text(1);
+    file.isFile = true;
+    return file;
+}
+
+void Tree::publish(std::int64_t node, std::string_view name, std::int64_t content) {
+    database_.run("UPDATE nodes SET live = 1, name = ?, content = ? WHERE id = ?", name, content, node);
+}
+
+void Tree::rename(std::int64_t node, std::string_view name) {
+    const auto now = timestamp();
+    database_.run("UPDATE nodes SET name = ?, edited_time = ? WHERE id = ?", name, now, node);
+}
+
+Page Tree::list(std::int64_t folder, bool withHidden, std::string_view fileType, const PageRequest& page) {
+    const auto select = selectItems +
+                        "WHERE account = ?1 AND parent = ?2 AND (?3 OR hidden = 0) AND recycled = ?4 "
+                        "AND (?5 = '' OR file_type = ?5) ";
+    return runPage(database_, select, page, account_, folder, withHidden, false, fileType);
+}
+
+Page Tree::search(const SearchFilter& filter, const PageRequest& page) {
+    return runPage(database_, selectItems + searchCondition(filter), page, account_, filter.folder,
+                   foldCase(filter.keyWord), filter.recycled, filter.fileType);
+}
+
+std::int64_t Tree::countMatches(const SearchFilter& filter) {
+    const auto keyWord = foldCase(filter.keyWord);
+    auto count = database_.query("SELECT count(*) FROM items " + searchCondition(filter), account_,
+                                 filter.folder, keyWord, filter.recycled, filter.fileType);
+    count.next();
+    return count.integer(0);
+}
+
+FolderStats Tree::stats(std::int64_t folder, bool recursive) {
+    const std::string scope = recursive ? std::string("IN ") + foldersBelow : "= ?2";
+    auto sums = database_.query(
+        "SELECT coalesce(sum(size), 0), count(*) - coalesce(sum(is_file), 0), coalesce(sum(is_file), 0) "
+        "FROM items WHERE account = ?1 AND recycled = 0 AND parent " +
+            scope,
+        account_, folder);
+    sums.next();
+    return {sums.integer(0), sums.integer(1), sums.integer(2)};
+}
+
+std::vector<Node> Tree::path(const Node& node) {
+    std::vector<Node> path;
+    for (std::optional<Node> step = node; step && step->id != 0; step = find(step->parent))
+        path.push_back(*step);
+    std::reverse(path.begin(), path.end());
+    return path;
+}
+
+void checkName(std::string_view name) {
+    const std::string quoted = "the name \"" + std::string(name.substr(0, 100)) + "\"";
+    if (name.empty()) badRequest("the name is empty");
+    if (name == "." || name == "..") badRequest(quoted + " stands for a folder itself");
+    if (name.find('/') != name.npos || name.find('\0') != name.npos) {
+        badRequest(quoted + " holds a slash or a zero byte");
+    }
+    if (name.size() > longestName) badRequest(quoted + "... is longer than 1000 bytes");
+}
+
+std::string timestamp() {
+    using namespace std::chrono;
+    const auto now = system_clock::now();
+    const std::time_t seconds = system_clock::to_time_t(now);
+    const auto millis = static_cast<int>(duration_cast<milliseconds>(now.time_since_epoch()).count() % 1000);
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
+    char text[40];
+    const auto length = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &parts);
+    std::snprintf(text + length, sizeof text - length, ".%03dZ", millis);
+    return text;
+}
+
+}  // namespace quillboxd

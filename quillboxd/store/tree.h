@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillboxd {
+
+class Database;
+
+/// A folder or a file. The root folder is the node 0 of every account; it is "root" on the wire.
+struct Node {
+    std::int64_t id = 0;
+    std::int64_t parent = 0;
+    std::string name;
+    bool isFile = false;
+    bool recycled = false;
+    bool hidden = false;
+    std::string fileType;
+    std::string mimeType;
+    std::string description;
+    std::string scene;
+    std::string createdTime;
+    std::string editedTime;
+    std::optional<std::int64_t> content;
+    std::string sha256;
+    std::int64_t size = 0;
+};
+
+/// What to do where the name is taken already. The numbers stand on the wire.
+enum class NameRule { refuse = 1, rename = 2, reportExisting = 3, renameUnlessSame = 4 };
+
+/// Throws for a number that is no rule.
+NameRule nameRule(std::int64_t number, std::string_view key);
+
+enum class SortKey { name, edited, size, created };
+
+/// One page of a listing or a search.
+struct PageRequest {
+    SortKey sort = SortKey::name;
+    bool descending = false;
+    std::int64_t size = 1000;
+    std::string cursor;  ///< as an earlier page gave it, or empty
+};
+
+struct Page {
+    std::vector<Node> nodes;
+    std::string nextCursor;  ///< empty after the last page
+};
+
+struct SearchFilter {
+    std::string keyWord;
+    std::optional<std::int64_t> folder;  ///< absent: everywhere
+    bool recursive = false;
+    bool recycled = false;
+    std::string fileType;
+};
+
+struct FolderStats {
+    std::int64_t size = 0;
+    std::int64_t folders = 0;
+    std::int64_t files = 0;
+};
+
+/// The folders and files of one account.
+class Tree {
+  public:
+    Tree(Database& database, std::int64_t account) : database_(database), account_(account) {}
+
+    static std::string wireId(std::int64_t node);
+    static std::optional<std::int64_t> fromWireId(std::string_view id);
+    static Node root();
+
+    // Each of these throws ApiError where the id leads to nothing or to the wrong kind. An empty id is the
+    // root.
+    Node require(std::string_view wireId);
+    Node requireFile(std::string_view wireId);
+    std::int64_t requireFolder(std::string_view wireId);
+
+    std::optional<Node> find(std::int64_t id);
+    std::optional<Node> child(std::int64_t parent, std::string_view name);
+
+    /// The name itself, or the first of "name (1).ext", "name (2).ext", ... that is free.
+    std::string freeName(std::int64_t parent, const std::string& name, bool isFile);
+
+    /// Takes a new node in: a file with content or a folder, or (live false) a file still to come.
+    void insert(const Node& node, bool live);
+
+    /// A file that was taken in with live false.
+    Node requireUnfinished(std::int64_t id);
+    void publish(std::int64_t node, std::string_view name, std::int64_t content);
+
+    void rename(std::int64_t node, std::string_view name);
+
+    Page list(std::int64_t folder, bool withHidden, std::string_view fileType, const PageRequest& page);
+    Page search(const SearchFilter& filter, const PageRequest& page);
+    std::int64_t countMatches(const SearchFilter& filter);
+    FolderStats stats(std::int64_t folder, bool recursive);
+
+    /// From the topmost folder down to the node itself.
+    std::vector<Node> path(const Node& node);
+
+  private:
+    Database& database_;
+    std::int64_t account_;
+};
+
+/// Throws for a name that no item can have.
+void checkName(std::string_view name);
+
+/// The present time as the service writes times.
+std::string timestamp();
+
+}  // namespace quillboxd
