@@ -4,14 +4,13 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/inotify.h>
-#include <sys/syscall.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -20,12 +19,6 @@ namespace test_support {
 namespace {
 
 constexpr int startMilliseconds = 60'000;
-
-std::filesystem::path makeFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "quillboxd-test-XXXXXX").string();
-    if (!::mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-    return pattern;
-}
 
 std::string readFile(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
@@ -59,7 +52,9 @@ int exitStatusOf(pid_t pid) {
 }
 
 // The wrapper in <sys/pidfd.h> of glibc 2.36 has no C linkage.
-int pidfdOf(pid_t pid) { return static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)); }
+int pidfdOf(pid_t pid) {
+    return static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
+}
 
 /// Wakes at every change in a folder and at the end of a process.
 class Watch {
@@ -90,20 +85,12 @@ class Watch {
 }  // namespace
 
 QuillboxdProcess::QuillboxdProcess(Storage storage, std::vector<std::string> extraArguments)
-    : folder_(makeFolder()), storage_(storage), extraArguments_(std::move(extraArguments)) {
-    try {
-        start();
-    } catch (...) {
-        kill();
-        std::filesystem::remove_all(folder_);
-        throw;
-    }
+    : storage_(storage), extraArguments_(std::move(extraArguments)) {
+    start();
 }
 
 QuillboxdProcess::~QuillboxdProcess() {
     kill();
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
 }
 
 std::string QuillboxdProcess::url() const {
@@ -145,9 +132,11 @@ void QuillboxdProcess::launch() {
 }
 
 void QuillboxdProcess::awaitPort() {
-    Watch watch(folder_, pid_);
+    Watch watch(folder_.path(), pid_);
     while (!std::filesystem::exists(folder_ / "port")) {
-        if (!watch.wait()) throw std::runtime_error("quillboxd does not start: " + output());
+        if (watch.wait()) continue;
+        kill();
+        throw std::runtime_error("quillboxd does not start: " + output());
     }
     port_ = static_cast<std::uint16_t>(std::stoi(readFile(folder_ / "port")));
 }
@@ -160,11 +149,10 @@ int QuillboxdProcess::awaitEnd() {
 }
 
 QuillboxdRun runQuillboxd(const std::vector<std::string>& arguments) {
-    const auto folder = makeFolder();
+    const TemporaryFolder folder;
     QuillboxdRun run;
     run.exitStatus = exitStatusOf(spawn(arguments, folder / "output"));
     run.output = readFile(folder / "output");
-    std::filesystem::remove_all(folder);
     return run;
 }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/temporary_folder.h"
+
 namespace test_support {
 
 /// The built quillboxd, running on a free port over a temporary folder of its own until the object ends.
@@ -47,7 +49,7 @@ class QuillboxdProcess {
     void awaitPort();
     int awaitEnd();
 
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
     Storage storage_;
     std::vector<std::string> extraArguments_;
     std::uint16_t port_ = 0;
