@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 namespace baseapi {
@@ -12,7 +13,9 @@ void callbackThrew(const char* what) noexcept;
 /// Runs a host's callback, an absent one included. What it throws goes no further.
 template <class Function, class... Arguments>
 void invokeCallback(const Function& callback, Arguments&&... arguments) noexcept {
-    if (!callback) return;
+    if constexpr (std::is_constructible_v<bool, const Function&>) {
+        if (!callback) return;
+    }
     try {
         callback(std::forward<Arguments>(arguments)...);
     } catch (const std::exception& error) {

@@ -2,16 +2,14 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 #include <utility>
 #include <variant>
 
+#include "baseapi/api/files/records.h"
 #include "baseapi/core/cases.h"
 
 namespace baseapi {
-
-struct FilesCreateResponse;
 
 /// What happens in an upload.
 ///
@@ -37,7 +35,7 @@ struct UploadProcessResult {
     };
     /// The service has created the file.
     struct onFileCreate {
-        std::shared_ptr<const FilesCreateResponse> response;
+        FilesCreateResponse response;
     };
     /// A part has ended.
     struct onItemFinish {

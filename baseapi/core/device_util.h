@@ -1,0 +1,8 @@
+#pragma once
+
+namespace baseapi {
+
+/// Declared for hosts that name it; empty, and used by nothing.
+class DeviceUtil {};
+
+}  // namespace baseapi

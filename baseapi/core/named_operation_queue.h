@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "baseapi/core/operation.h"
+
+namespace baseapi {
+
+/// The processors of the machine that are on line.
+int activeProcessorCount();
+
+/// Runs operations on threads of its own, a fixed number at once, in the order in which they were added. The
+/// threads are made when there is work for them and take no signals. A width of 0 runs nothing.
+class NamedOperationQueue {
+  public:
+    /// As wide as half the processors of the machine, rounded down.
+    explicit NamedOperationQueue(std::string name);
+    NamedOperationQueue(std::string name, int width);
+    NamedOperationQueue(const NamedOperationQueue&) = delete;
+    NamedOperationQueue& operator=(const NamedOperationQueue&) = delete;
+    /// What has been added still runs.
+    ~NamedOperationQueue();
+
+    const std::string& name() const;
+    /// The most operations at once.
+    int width() const;
+
+    /// Callable from any thread; the operation never runs inside this call.
+    void addOperation(std::shared_ptr<Operation> operation);
+
+  private:
+    struct State;
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace baseapi

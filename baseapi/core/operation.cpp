@@ -1,0 +1,13 @@
+#include "baseapi/core/operation.h"
+
+namespace baseapi {
+
+void Operation::start() {
+    if (!spent_.exchange(true)) main();
+}
+
+void Operation::cancel() {
+    spent_.store(true);
+}
+
+}  // namespace baseapi

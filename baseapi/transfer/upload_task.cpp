@@ -1,0 +1,104 @@
+#include "baseapi/transfer/upload_task.h"
+
+#include <algorithm>
+#include <exception>
+#include <system_error>
+#include <utility>
+
+#include "baseapi/core/log.h"
+#include "baseapi/net/progress_listener.h"
+#include "baseapi/platform/fatal_stop.h"
+#include "baseapi/transfer/local_file.h"
+#include "baseapi/transfer/upload_file_request.h"
+
+namespace baseapi {
+namespace {
+
+LocalFile openAssumed(const URL& file) try {
+    return LocalFile(file.path());
+} catch (const std::system_error& error) {
+    fatalStop(error.what());
+}
+
+}  // namespace
+
+void UploadTask::execute() {
+    logLine(TAG, ": 开始执行上传任务");
+    if (!file || uploadUrl.empty()) {
+        logLine(TAG, ": file or uploadUrl is null");
+        return reportFailure("invalid params");
+    }
+    if (hasCancel) {
+        logLine(TAG, ": upload has cancel");
+        return reportFailure("has cancel");
+    }
+    logLine(TAG, ": start upload, hash = ", hash1);
+    ByteBuffer bytes;
+    try {
+        bytes = readPart();
+    } catch (const std::exception& error) {
+        logLine(TAG, ": IOException ", error.what());
+        return reportFailure(std::string("file exception ") + error.what());
+    }
+    send(std::move(bytes));
+}
+
+ByteBuffer UploadTask::readPart() const {
+    if (offset < 0) fatalStop("UploadTask: the offset is negative");
+    LocalFile source = openAssumed(*file);
+    // A part is never longer than what is left of the file, whatever the service says.
+    const auto size = std::max<std::int64_t>(source.seekToEnd() - offset, 0);
+    source.seek(offset);
+    ByteBuffer bytes;
+    bytes.size = static_cast<std::size_t>(std::clamp<std::int64_t>(length, 0, size));
+    bytes.data = std::make_unique_for_overwrite<char[]>(bytes.size);
+    bytes.size = source.read(bytes.data.get(), bytes.size);
+    return bytes;
+}
+
+void UploadTask::send(ByteBuffer bytes) {
+    UploadFileRequest request;
+    request.url = uploadUrl;
+    request.bytes = std::move(bytes);
+    request.hash = hash1;
+    request.progressListener = std::make_shared<ProgressHandler>(
+        weak_from_this(), [self = shared_from_this()](const auto& hash, auto bytesWritten, auto totalBytes) {
+            self->onProgress(hash, bytesWritten, totalBytes);
+        });
+    const BaseResponse response = request.send();
+
+    const std::string msg = response.msg.value_or("nil");
+    if (hasCancel) {
+        logLine(TAG, ": has response but is cancel");
+        reportFailure("has cancel");
+    } else if (response.code == 0) {
+        logLine(TAG, ": onSuccess ret = ", msg);
+        onCallback({UploadResult::onSuccess{hash1, response}});
+    } else {
+        logLine(TAG, ": onFailure ret = ", msg);
+        reportFailure("upload sync error");
+    }
+}
+
+void UploadTask::cancel() {
+    logLine("UploadTask cancel");
+    hasCancel = true;
+    if (const auto queued = operation.get()) queued->cancel();
+}
+
+std::string UploadTask::description() const {
+    return "UploadTask hash " + hash1 + ", offset " + std::to_string(offset) + ", length " +
+           std::to_string(length);
+}
+
+void UploadTask::onProgress(const std::string& hash, std::int64_t bytesWritten,
+                            std::int64_t totalBytes) const {
+    logLine(TAG, ": onProgress - ", hash, ", bytesWritten = ", bytesWritten, ", totalBytes = ", totalBytes);
+    onCallback({UploadResult::onProgress{hash, bytesWritten, totalBytes}});
+}
+
+void UploadTask::reportFailure(std::string message) const {
+    onCallback({UploadResult::onFailure{hash1, -1, std::move(message)}});
+}
+
+}  // namespace baseapi
