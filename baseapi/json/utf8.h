@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace baseapi {
+
+/// Whether the bytes are UTF-8 text; the empty text is.
+bool isValidUTF8(std::string_view bytes);
+
+}  // namespace baseapi
