@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include "baseapi/json/codec.h"
 #include "baseapi/net/base_response.h"
 #include "baseapi/net/http_method.h"
+#include "baseapi/net/http_request.h"
 #include "baseapi/net/network_result.h"
 
 namespace baseapi {
@@ -40,12 +42,28 @@ class RequestCore : public std::enable_shared_from_this<RequestCore> {
     std::optional<std::string> body;
 
   protected:
+    static constexpr int built = 0;
+    static constexpr int refused = -1;
+
     explicit RequestCore(HTTPMethod verb) : method(verb) {}
+
+    /// Sets path and query; values go in as they are.
+    void setAddress(std::string path, std::string query = "");
+    /// Makes the record the body: `built`, or `refused` where it has no JSON form.
+    template <Record R>
+    int setBody(const R& record) {
+        return setBody(codecOf<R>(), &record);
+    }
 
   private:
     friend class HttpHelper;
 
-    /// Decodes the answer's body and delivers the record, or says why there is none.
+    int setBody(const RecordCodec& codec, const void* record);
+    void setFixedHeaders();
+    HTTPRequest httpRequest();
+    void send(HTTPRequest request);
+
+    /// Decodes the answer's body and delivers the record, or says why there is none. The text stays as it is.
     virtual std::optional<DecodingError> deliverDecoded(std::string& answer) = 0;
     virtual void deliverFailure(std::int64_t code, std::string message) = 0;
 };
@@ -69,7 +87,25 @@ class BaseReq : public RequestCore {
     void deliverFailure(std::int64_t code, std::string message) override {
         deliver({NetworkFailure{code, std::move(message)}});
     }
-    void deliver(NetworkResult<T> result) { invokeCallback(onCallback, std::move(result)); }
+    void deliver(NetworkResult<T> result) {
+        invokeCallback(std::exchange(onCallback, nullptr), std::move(result));
+    }
 };
+
+/// A request made from one record of the caller.
+template <class Bean, class T>
+class BeanReq : public BaseReq<T> {
+  public:
+    BeanReq(HTTPMethod verb, std::optional<Bean> record, NetworkCallback<T> callback)
+        : BaseReq<T>(verb, std::move(callback)), bean(std::move(record)) {}
+
+    std::optional<Bean> bean;
+};
+
+/// Makes the request object and starts it; it lives until its callback has run.
+template <class Request, class... Arguments>
+void start(Arguments&&... arguments) {
+    std::make_shared<Request>(std::forward<Arguments>(arguments)...)->callRequest();
+}
 
 }  // namespace baseapi

@@ -1,0 +1,67 @@
+#include "baseapi/net/base_req.h"
+
+#include "baseapi/core/cloud_instance.h"
+#include "baseapi/core/log.h"
+#include "baseapi/net/asynchronous_tasks.h"
+#include "baseapi/net/http_helper.h"
+#include "baseapi/net/network_error.h"
+#include "baseapi/net/trace_id.h"
+#include "baseapi/platform/fatal_stop.h"
+
+namespace baseapi {
+
+int RequestCore::buildParams() {
+    fatalStop("baseapi/BaseReq: Subclasses of BaseReq must implement buildParams()");
+}
+
+void RequestCore::callRequest() {
+    const int result = buildParams();
+    setFixedHeaders();
+    if (result == refused) return deliverFailure(-1, "params build faild");
+    asynchronousTasks().post(
+        [self = shared_from_this(), request = httpRequest()]() mutable { self->send(std::move(request)); });
+}
+
+void RequestCore::setAddress(std::string path, std::string query) {
+    url = std::move(path);
+    params = std::move(query);
+}
+
+int RequestCore::setBody(const RecordCodec& codec, const void* record) {
+    const auto error = encode(codec, record, body.emplace());
+    return error ? refused : built;
+}
+
+void RequestCore::setFixedHeaders() {
+    if (!heads) heads.emplace();
+    auto& headers = *heads;
+    headers["Content-Type"] = "application/json; charset=utf-8";
+    headers["x-zq-agentname"] = "standard";
+    headers["Accept"] = "*/*";
+    headers["X-Traceid"] = makeTraceId();
+    headers["User-Agent"] = "DSDK";
+    if (auto token = CloudInstance::shared().token.get()) headers["Authorization"] = *std::move(token);
+}
+
+HTTPRequest RequestCore::httpRequest() {
+    HTTPRequest request;
+    request.baseURL = CloudInstance::shared().host.get().value_or("");
+    request.path = std::move(url).value_or("");
+    if (params && !params->empty()) request.path.append("?").append(*params);
+    request.method = method;
+    request.headers = std::move(heads);
+    request.body = std::move(body);
+    return request;
+}
+
+void RequestCore::send(HTTPRequest request) {
+    try {
+        HttpHelper::shared().request(std::move(request), shared_from_this());
+    } catch (const NetworkError& error) {
+        const std::string text = std::string("callRequest error: ") + error.what();
+        logLine(text);
+        deliverFailure(-1, text);
+    }
+}
+
+}  // namespace baseapi

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "baseapi/net/base_response.h"
+#include "baseapi/net/progress_listener.h"
+
+namespace baseapi {
+
+/// What is kept for one running PUT of a part; each may be absent.
+struct UploadBean {
+    /// Receives the progress.
+    std::shared_ptr<ProgressListener> process;
+    /// The key of the progress reports.
+    std::optional<std::string> hash;
+    /// Ends the caller's wait.
+    std::optional<std::promise<BaseResponse>> continuation;
+};
+
+}  // namespace baseapi

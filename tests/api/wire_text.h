@@ -1,0 +1,60 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "baseapi/json/codec.h"
+#include "baseapi/json/json_value.h"
+
+namespace baseapi {
+
+/// Fields of these types read what is no object as absent.
+template <class Field>
+inline constexpr bool takesAnything = std::same_as<Field, std::optional<FlatMap>>;
+
+/// The record's wire text is this one, in both directions, and a value of another type under any of its keys
+/// fails it there.
+template <Record T>
+void expectWireText(const T& record, std::string text) {
+    EXPECT_EQ(encode(record), text);
+    T decoded;
+    const auto error = decode(text, decoded);
+    EXPECT_FALSE(error) << error->description();
+    EXPECT_TRUE(decoded == record);
+
+    T::fields([&](std::string_view key, auto member) {
+        if constexpr (!takesAnything<std::decay_t<decltype(record.*member)>>) {
+            const std::string name(key);
+            std::string wrong = "{\"" + name + "\":[[]]}";
+            T ignored;
+            const auto mismatch = decode(wrong, ignored);
+            ASSERT_TRUE(mismatch) << name;
+            EXPECT_EQ(mismatch->kind, DecodingError::Kind::typeMismatch) << mismatch->description();
+            EXPECT_TRUE(mismatch->path == name || mismatch->path == name + "[0]") << mismatch->path;
+        }
+    });
+}
+
+/// The text fails as a `T`, for this reason at this place.
+template <Record T>
+void expectFailure(std::string text, DecodingError::Kind kind, std::string_view path) {
+    T ignored;
+    const auto error = decode(text, ignored);
+    ASSERT_TRUE(error) << text;
+    EXPECT_EQ(error->kind, kind) << error->description();
+    EXPECT_EQ(error->path, path) << error->description();
+}
+
+/// The record read from a text that must decode.
+template <Record T>
+T decoded(std::string text) {
+    T record;
+    const auto error = decode(text, record);
+    EXPECT_FALSE(error) << error->description();
+    return record;
+}
+
+}  // namespace baseapi
