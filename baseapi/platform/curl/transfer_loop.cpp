@@ -1,0 +1,255 @@
+#include "baseapi/platform/curl/transfer_loop.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <utility>
+
+#include "baseapi/platform/openssl_setup.h"
+
+namespace baseapi {
+namespace {
+
+/// Idle connections that are kept; libcurl's own rule would keep four times the running transfers, which is
+/// none between two calls.
+constexpr long kKeptConnections = 128;
+
+/// A stalled transfer is noticed this part of its time-out too late at most.
+constexpr int kLooksPerTimeout = 20;
+
+constexpr std::chrono::milliseconds kLongestSleep{60'000};
+
+TransportError cancelledError() {
+    return {TransportError::Kind::cancelled, "Cancelled"};
+}
+
+void setUpLibcurl() {
+    setUpOpenSsl();
+    [[maybe_unused]] static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
+}
+
+CURLM* newMulti() {
+    setUpLibcurl();
+    CURLM* multi = curl_multi_init();
+    if (!multi) throw std::bad_alloc();
+    curl_multi_setopt(multi, CURLMOPT_MAXCONNECTS, kKeptConnections);
+    return multi;
+}
+
+CURLSH* newShare() {
+    setUpLibcurl();
+    CURLSH* share = curl_share_init();
+    if (!share) throw std::bad_alloc();
+    curl_share_setopt(share, CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
+    return share;
+}
+
+}  // namespace
+
+TransferLoop::TransferLoop(std::shared_ptr<Executor> delegateQueue, std::filesystem::path caBundle,
+                           std::size_t transfersPerOrigin)
+    : delegateQueue_(std::move(delegateQueue)),
+      caBundle_(std::move(caBundle)),
+      transfersPerOrigin_(transfersPerOrigin),
+      share_(newShare()),
+      multi_(newMulti()) {}
+
+void TransferLoop::run() {
+    for (;;) {
+        for (auto& command : takeCommands()) obey(std::move(command));
+        int stillRunning = 0;
+        curl_multi_perform(multi_.get(), &stillRunning);
+        takeResults();
+        lookForStalled();
+        if (!goToSleep()) continue;
+        curl_multi_poll(multi_.get(), nullptr, 0, sleepTime(), nullptr);
+        const std::lock_guard lock(mutex_);
+        asleep_ = false;
+        if (stopping_) break;
+    }
+    abandonAll();
+}
+
+void TransferLoop::stop() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    curl_multi_wakeup(multi_.get());
+}
+
+void TransferLoop::begin(std::shared_ptr<Transfer> transfer) {
+    submit({std::move(transfer), false});
+}
+
+void TransferLoop::cancel(std::shared_ptr<Transfer> transfer) {
+    submit({std::move(transfer), true});
+}
+
+void TransferLoop::submit(Command command) {
+    bool wake = false;
+    {
+        const std::lock_guard lock(mutex_);
+        if (!stopping_) {
+            commands_.push_back(std::move(command));
+            wake = std::exchange(asleep_, false);
+        }
+    }
+    if (wake) curl_multi_wakeup(multi_.get());
+    if (command.transfer && !command.cancel) command.transfer->fail(cancelledError());
+}
+
+std::vector<TransferLoop::Command> TransferLoop::takeCommands() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(commands_, {});
+}
+
+/// False where there are commands to obey first.
+bool TransferLoop::goToSleep() {
+    const std::lock_guard lock(mutex_);
+    asleep_ = commands_.empty();
+    return asleep_ || stopping_;
+}
+
+int TransferLoop::sleepTime() const {
+    if (nextLook_ == Clock::time_point::max()) return static_cast<int>(kLongestSleep.count());
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(nextLook_ - Clock::now());
+    return static_cast<int>(std::clamp(left, std::chrono::milliseconds(0), kLongestSleep).count());
+}
+
+void TransferLoop::obey(Command command) {
+    if (command.cancel) {
+        abandon(command.transfer);
+    } else {
+        start(std::move(command.transfer));
+    }
+}
+
+void TransferLoop::start(std::shared_ptr<Transfer> transfer) {
+    auto& origin = origins_[std::string(transfer->origin())];
+    origin.waiting.push_back(std::move(transfer));
+    startWaiting(origin);
+}
+
+void TransferLoop::startWaiting(Origin& origin) {
+    while (origin.active < transfersPerOrigin_ && !origin.waiting.empty()) {
+        const auto next = std::move(origin.waiting.front());
+        origin.waiting.pop_front();
+        if (next->cancelled()) {
+            next->fail(cancelledError());
+        } else if (activate(next)) {
+            ++origin.active;
+        }
+    }
+}
+
+/// Hands the transfer to libcurl; false where it has failed already.
+bool TransferLoop::activate(const std::shared_ptr<Transfer>& transfer) {
+    try {
+        auto easy = takeHandle(*transfer);
+        transfer->begin(*easy);
+        active_.reserve(active_.size() + 1);
+        if (curl_multi_add_handle(multi_.get(), easy->get()) != CURLM_OK) throw std::bad_alloc();
+        const auto now = Clock::now();
+        const auto nextLook = now + transfer->idleTimeout() / kLooksPerTimeout;
+        transfer->slot = active_.size();
+        active_.push_back({transfer, std::move(easy), {}, now, nextLook});
+        nextLook_ = std::min(nextLook_, nextLook);
+        return true;
+    } catch (const std::exception& error) {
+        transfer->fail({TransportError::Kind::failed, error.what()});
+        return false;
+    }
+}
+
+void TransferLoop::abandon(const std::shared_ptr<Transfer>& transfer) {
+    if (transfer->slot < active_.size() && active_[transfer->slot].transfer == transfer) {
+        auto active = remove(*transfer);
+        transfer->fail(cancelledError());
+        return release(std::move(active));
+    }
+    auto& waiting = origins_[std::string(transfer->origin())].waiting;
+    const auto at = std::find(waiting.begin(), waiting.end(), transfer);
+    if (at == waiting.end()) return;
+    waiting.erase(at);
+    transfer->fail(cancelledError());
+}
+
+void TransferLoop::abandonAll() {
+    for (auto& [name, origin] : origins_) {
+        for (const auto& transfer : std::exchange(origin.waiting, {})) transfer->fail(cancelledError());
+    }
+    while (!active_.empty()) abandon(active_.back().transfer);
+    for (const auto& command : takeCommands()) {
+        if (!command.cancel) command.transfer->fail(cancelledError());
+    }
+}
+
+void TransferLoop::takeResults() {
+    int left = 0;
+    while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
+        if (message->msg != CURLMSG_DONE) continue;
+        const auto code = message->data.result;
+        Transfer* transfer = nullptr;
+        curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
+        auto active = remove(*transfer);
+        transfer->end(code);
+        release(std::move(active));
+    }
+}
+
+/// Takes the transfer out of libcurl's hands; the connection of an unfinished one is closed.
+TransferLoop::Active TransferLoop::remove(Transfer& transfer) {
+    const auto slot = transfer.slot;
+    curl_multi_remove_handle(multi_.get(), active_[slot].easy->get());
+    std::swap(active_[slot], active_.back());
+    active_[slot].transfer->slot = slot;
+    auto removed = std::move(active_.back());
+    active_.pop_back();
+    return removed;
+}
+
+/// Puts the handle by for the next transfer of its kind, and lets the next one of its origin begin.
+void TransferLoop::release(Active active) {
+    spareHandles_[static_cast<std::size_t>(active.transfer->kind())].push_back(std::move(active.easy));
+    auto& origin = origins_[std::string(active.transfer->origin())];
+    --origin.active;
+    startWaiting(origin);
+}
+
+void TransferLoop::lookForStalled() {
+    const auto now = Clock::now();
+    if (now < nextLook_) return;
+    nextLook_ = Clock::time_point::max();
+    std::vector<std::shared_ptr<Transfer>> stalled;
+    for (auto& active : active_) {
+        if (now >= active.nextLook) {
+            const auto movement = active.transfer->movement();
+            if (movement != std::exchange(active.movement, movement)) active.movedAt = now;
+            active.nextLook = now + active.transfer->idleTimeout() / kLooksPerTimeout;
+            if (now - active.movedAt >= active.transfer->idleTimeout()) stalled.push_back(active.transfer);
+        }
+        nextLook_ = std::min(nextLook_, active.nextLook);
+    }
+    for (const auto& transfer : stalled) {
+        auto active = remove(*transfer);
+        transfer->end(CURLE_OPERATION_TIMEDOUT);
+        release(std::move(active));
+    }
+}
+
+std::unique_ptr<EasyHandle> TransferLoop::takeHandle(const Transfer& transfer) {
+    auto& spare = spareHandles_[static_cast<std::size_t>(transfer.kind())];
+    if (!spare.empty()) {
+        auto handle = std::move(spare.back());
+        spare.pop_back();
+        return handle;
+    }
+    auto handle = std::make_unique<EasyHandle>();
+    transfer.setUpHandle(*handle);
+    handle->set(CURLOPT_SHARE, share_.get());
+    if (!caBundle_.empty()) handle->set(CURLOPT_CAINFO, caBundle_.c_str());
+    return handle;
+}
+
+}  // namespace baseapi

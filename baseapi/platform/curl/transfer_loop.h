@@ -1,0 +1,107 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "baseapi/platform/curl/easy_handle.h"
+#include "baseapi/platform/curl/transfer.h"
+#include "baseapi/platform/executor.h"
+
+namespace baseapi {
+
+/// The network thread's work: all transfers of one transport, moved by libcurl's multi interface.
+class TransferLoop {
+  public:
+    TransferLoop(std::shared_ptr<Executor> delegateQueue, std::filesystem::path caBundle,
+                 std::size_t transfersPerOrigin);
+
+    /// The network thread's whole life, until `stop`.
+    void run();
+    /// Ends all transfers as cancelled, also those that begin later.
+    void stop();
+
+    void begin(std::shared_ptr<Transfer> transfer);
+    void cancel(std::shared_ptr<Transfer> transfer);
+
+    Executor& delegateQueue() { return *delegateQueue_; }
+    std::int64_t newIdentifier() { return ++identifiers_; }
+    void countBegun() { ++running_; }
+    void countEnded() { --running_; }
+    std::size_t running() const { return running_; }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    struct Command {
+        std::shared_ptr<Transfer> transfer;
+        bool cancel;
+    };
+    /// A transfer that libcurl is at work on, and when something was last seen to move.
+    struct Active {
+        std::shared_ptr<Transfer> transfer;
+        std::unique_ptr<EasyHandle> easy;
+        Movement movement;
+        Clock::time_point movedAt;
+        Clock::time_point nextLook;
+    };
+    /// The transfers to one scheme, host and port.
+    struct Origin {
+        std::size_t active = 0;
+        std::deque<std::shared_ptr<Transfer>> waiting;
+    };
+    struct MultiDeleter {
+        void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+    };
+    struct ShareDeleter {
+        void operator()(CURLSH* share) const { curl_share_cleanup(share); }
+    };
+
+    void submit(Command command);
+    std::vector<Command> takeCommands();
+    bool goToSleep();
+    int sleepTime() const;
+
+    void obey(Command command);
+    void start(std::shared_ptr<Transfer> transfer);
+    void startWaiting(Origin& origin);
+    bool activate(const std::shared_ptr<Transfer>& transfer);
+    void abandon(const std::shared_ptr<Transfer>& transfer);
+    void abandonAll();
+    void takeResults();
+    Active remove(Transfer& transfer);
+    void release(Active active);
+    void lookForStalled();
+    std::unique_ptr<EasyHandle> takeHandle(const Transfer& transfer);
+
+    const std::shared_ptr<Executor> delegateQueue_;
+    const std::filesystem::path caBundle_;
+    const std::size_t transfersPerOrigin_;
+    std::atomic<std::int64_t> identifiers_{0};
+    std::atomic<std::size_t> running_{0};
+
+    std::mutex mutex_;
+    std::vector<Command> commands_;
+    bool asleep_ = false;
+    bool stopping_ = false;
+
+    // Of the network thread. Handles end before what they share and what they are in.
+    std::unique_ptr<CURLSH, ShareDeleter> share_;
+    std::unique_ptr<CURLM, MultiDeleter> multi_;
+    std::vector<Active> active_;
+    std::unordered_map<std::string, Origin> origins_;
+    std::array<std::vector<std::unique_ptr<EasyHandle>>, 3> spareHandles_;
+    Clock::time_point nextLook_ = Clock::time_point::max();
+};
+
+}  // namespace baseapi

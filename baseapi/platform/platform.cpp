@@ -1,0 +1,72 @@
+#include "baseapi/platform/platform.h"
+
+#include <cstdlib>
+#include <mutex>
+#include <utility>
+
+#include "baseapi/platform/curl_transport.h"
+#include "baseapi/platform/fatal_stop.h"
+#include "baseapi/platform/sqlite_store.h"
+#include "baseapi/platform/standard_output_log.h"
+#include "baseapi/platform/worker_pool.h"
+
+namespace baseapi {
+namespace {
+
+std::filesystem::path folderFromEnvironment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? std::filesystem::path(value) : std::filesystem::path();
+}
+
+std::filesystem::path defaultStateFolder() {
+    // A relative XDG folder is to be ignored.
+    if (const auto state = folderFromEnvironment("XDG_STATE_HOME"); state.is_absolute())
+        return state / "baseapi";
+    if (const auto home = folderFromEnvironment("HOME"); home.is_absolute())
+        return home / ".local/state/baseapi";
+    return folderFromEnvironment("TMPDIR").empty() ? "/tmp/baseapi-state"
+                                                   : folderFromEnvironment("TMPDIR") / "baseapi-state";
+}
+
+std::filesystem::path defaultTemporaryFolder() {
+    const auto folder = folderFromEnvironment("TMPDIR");
+    return folder.empty() ? "/tmp" : folder;
+}
+
+std::shared_ptr<HttpTransport> defaultTransport(const std::filesystem::path& caBundle) {
+    return std::make_shared<CurlTransport>(std::make_shared<WorkerPool>("baseapi-delegate"),
+                                           CurlTransport::Options{.caBundle = caBundle});
+}
+
+Platform completed(Platform parts) {
+    if (parts.stateFolder.empty()) parts.stateFolder = defaultStateFolder();
+    if (parts.temporaryFolder.empty()) parts.temporaryFolder = defaultTemporaryFolder();
+    if (!parts.http) parts.http = defaultTransport(parts.caBundle);
+    if (!parts.store) parts.store = std::make_shared<SqliteStore>(parts.stateFolder / "preferences.sqlite");
+    if (!parts.log) parts.log = std::make_shared<StandardOutputLog>();
+    if (!parts.mainQueue) parts.mainQueue = makeSerialQueue("baseapi-main");
+    return parts;
+}
+
+std::mutex mutex;
+// Never destroyed: transfers may be under way while the process ends.
+const Platform* settled = nullptr;
+
+}  // namespace
+
+void usePlatform(Platform parts) {
+    const std::lock_guard lock(mutex);
+    if (settled) fatalStop("usePlatform() must come before anything else of the library, and once");
+    settled = new Platform(completed(std::move(parts)));
+}
+
+const Platform& platform() {
+    static const Platform& parts = [&]() -> const Platform& {
+        const std::lock_guard lock(mutex);
+        if (!settled) settled = new Platform(completed({}));
+        return *settled;
+    }();
+    return parts;
+}
+
+}  // namespace baseapi

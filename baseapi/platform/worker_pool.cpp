@@ -1,0 +1,182 @@
+#include "baseapi/platform/worker_pool.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "baseapi/platform/fatal_stop.h"
+#include "baseapi/platform/thread.h"
+
+namespace baseapi {
+
+/// What the threads share; the last of them to leave ends it.
+class WorkerPool::State : public std::enable_shared_from_this<State> {
+  public:
+    State(std::string name, Limits limits) : name_(std::move(name)), limits_(limits) {}
+
+    void post(std::function<void()> job);
+    void close();
+    std::size_t threads() const;
+
+  private:
+    /// A thread without work, and the job that it is woken with.
+    struct Idle {
+        std::condition_variable wake;
+        std::function<void()> job;
+    };
+    using Lock = std::unique_lock<std::mutex>;
+
+    void start(void (State::*body)());
+    void startWorker();
+    void work();
+    void run(Lock& lock, std::function<void()> job);
+    bool waitForJob(Lock& lock, const std::shared_ptr<Idle>& idle);
+    void startWatching();
+    void watch();
+
+    const std::string name_;
+    const Limits limits_;
+    mutable std::mutex mutex_;
+    std::deque<std::function<void()>> queue_;
+    /// The thread that was at work last is woken first: the others can leave. Empty while jobs are queued.
+    std::vector<std::shared_ptr<Idle>> idle_;
+    std::size_t threads_ = 0;
+    std::size_t taken_ = 0;
+    bool closing_ = false;
+
+    std::condition_variable overload_;
+    bool watcherThere_ = false;
+    bool watching_ = false;
+};
+
+void WorkerPool::State::post(std::function<void()> job) {
+    std::shared_ptr<Idle> woken;
+    {
+        const Lock lock(mutex_);
+        if (!idle_.empty()) {
+            woken = std::move(idle_.back());
+            idle_.pop_back();
+            woken->job = std::move(job);
+        } else {
+            queue_.push_back(std::move(job));
+            if (threads_ < limits_.kept) {
+                startWorker();
+            } else if (threads_ < limits_.most && !watching_) {
+                startWatching();
+            }
+        }
+    }
+    if (woken) woken->wake.notify_one();
+}
+
+void WorkerPool::State::close() {
+    const Lock lock(mutex_);
+    closing_ = true;
+    for (const auto& idle : std::exchange(idle_, {})) idle->wake.notify_one();
+    overload_.notify_one();
+}
+
+std::size_t WorkerPool::State::threads() const {
+    const Lock lock(mutex_);
+    return threads_;
+}
+
+void WorkerPool::State::start(void (State::*body)()) {
+    startThread(name_, [self = shared_from_this(), body] { ((*self).*body)(); }).detach();
+}
+
+void WorkerPool::State::startWorker() {
+    try {
+        start(&State::work);
+        ++threads_;
+    } catch (const std::system_error& error) {
+        // Without any thread nothing would ever run; with one, the jobs only wait longer.
+        if (threads_ == 0) fatalStop(std::string("cannot start a thread: ") + error.what());
+    }
+}
+
+void WorkerPool::State::work() {
+    const auto idle = std::make_shared<Idle>();
+    Lock lock(mutex_);
+    do {
+        if (idle->job) run(lock, std::exchange(idle->job, nullptr));
+        while (!queue_.empty()) {
+            auto job = std::move(queue_.front());
+            queue_.pop_front();
+            run(lock, std::move(job));
+        }
+    } while (waitForJob(lock, idle));
+    --threads_;
+}
+
+void WorkerPool::State::run(Lock& lock, std::function<void()> job) {
+    ++taken_;
+    lock.unlock();
+    runJob(job);
+    job = nullptr;
+    lock.lock();
+}
+
+bool WorkerPool::State::waitForJob(Lock& lock, const std::shared_ptr<Idle>& idle) {
+    if (closing_) return false;
+    idle_.push_back(idle);
+    const auto woken = [&] { return idle->job || closing_; };
+    if (threads_ <= limits_.kept) {
+        idle->wake.wait(lock, woken);
+    } else if (!idle->wake.wait_for(lock, limits_.idleFor, woken)) {
+        std::erase(idle_, idle);
+        return threads_ <= limits_.kept;
+    }
+    return idle->job || !closing_;
+}
+
+void WorkerPool::State::startWatching() {
+    try {
+        if (!watcherThere_) start(&State::watch);
+        watcherThere_ = watching_ = true;
+        overload_.notify_one();
+    } catch (const std::system_error&) {
+        // The next post tries again.
+    }
+}
+
+/// One thread that looks every now and then, as long as jobs are queued, whether the queue moves. Starting
+/// workers for every queued job instead would cost short jobs more than it brings.
+void WorkerPool::State::watch() {
+    Lock lock(mutex_);
+    while (overload_.wait_for(lock, limits_.idleFor, [&] { return watching_ || closing_; }) && watching_) {
+        const auto takenBefore = taken_;
+        lock.unlock();
+        std::this_thread::sleep_for(limits_.patience);
+        lock.lock();
+        watching_ = !queue_.empty() && threads_ < limits_.most;
+        if (watching_ && taken_ == takenBefore) startWorker();
+    }
+    watcherThere_ = false;
+}
+
+WorkerPool::WorkerPool(std::string name) : WorkerPool(std::move(name), Limits{}) {}
+
+WorkerPool::WorkerPool(std::string name, Limits limits)
+    : state_(std::make_shared<State>(std::move(name), limits)) {}
+
+WorkerPool::~WorkerPool() {
+    state_->close();
+}
+
+void WorkerPool::post(std::function<void()> job) {
+    state_->post(std::move(job));
+}
+
+std::size_t WorkerPool::threads() const {
+    return state_->threads();
+}
+
+std::shared_ptr<Executor> makeSerialQueue(std::string name) {
+    return std::make_shared<WorkerPool>(std::move(name), WorkerPool::Limits{.kept = 1, .most = 1});
+}
+
+}  // namespace baseapi
