@@ -2,11 +2,11 @@
 
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/core/log.h"
-#include "baseapi/net/asynchronous_tasks.h"
 #include "baseapi/net/http_helper.h"
 #include "baseapi/net/network_error.h"
 #include "baseapi/net/trace_id.h"
 #include "baseapi/platform/fatal_stop.h"
+#include "baseapi/platform/platform.h"
 
 namespace baseapi {
 
@@ -18,7 +18,7 @@ void RequestCore::callRequest() {
     const int result = buildParams();
     setFixedHeaders();
     if (result == refused) return deliverFailure(-1, "params build faild");
-    asynchronousTasks().post(
+    platform().delegateQueue->post(
         [self = shared_from_this(), request = httpRequest()]() mutable { self->send(std::move(request)); });
 }
 

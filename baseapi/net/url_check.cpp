@@ -6,7 +6,11 @@
 namespace baseapi {
 
 bool isURL(std::string_view text) {
-    return boost::urls::parse_uri_reference(text).has_value();
+    const auto url = boost::urls::parse_uri_reference(text);
+    if (!url) return false;
+    // The parser takes "http://host:80x" for the port 80 and the path "x".
+    const std::string_view path = url->encoded_path();
+    return !url->has_authority() || path.empty() || path.starts_with('/');
 }
 
 std::string withQueryItems(std::string_view text, const std::map<std::string, std::string>& items) {

@@ -33,15 +33,16 @@ std::filesystem::path defaultTemporaryFolder() {
     return folder.empty() ? "/tmp" : folder;
 }
 
-std::shared_ptr<HttpTransport> defaultTransport(const std::filesystem::path& caBundle) {
-    return std::make_shared<CurlTransport>(std::make_shared<WorkerPool>("baseapi-delegate"),
-                                           CurlTransport::Options{.caBundle = caBundle});
+std::shared_ptr<HttpTransport> defaultTransport(const Platform& parts) {
+    return std::make_shared<CurlTransport>(parts.delegateQueue,
+                                           CurlTransport::Options{.caBundle = parts.caBundle});
 }
 
 Platform completed(Platform parts) {
     if (parts.stateFolder.empty()) parts.stateFolder = defaultStateFolder();
     if (parts.temporaryFolder.empty()) parts.temporaryFolder = defaultTemporaryFolder();
-    if (!parts.http) parts.http = defaultTransport(parts.caBundle);
+    if (!parts.delegateQueue) parts.delegateQueue = std::make_shared<WorkerPool>("baseapi-delegate");
+    if (!parts.http) parts.http = defaultTransport(parts);
     if (!parts.store) parts.store = std::make_shared<SqliteStore>(parts.stateFolder / "preferences.sqlite");
     if (!parts.log) parts.log = std::make_shared<StandardOutputLog>();
     if (!parts.mainQueue) parts.mainQueue = makeSerialQueue("baseapi-main");

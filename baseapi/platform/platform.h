@@ -15,7 +15,10 @@ namespace baseapi {
 /// What a system lends the library. A host puts its own parts in place with `usePlatform` before its first
 /// call; what it leaves empty gets the default of any Linux machine.
 struct Platform {
-    /// Default: HTTP on libcurl, its callbacks on a small pool of threads.
+    /// What the library's callbacks run on and its requests are sent from. Default: a small pool of threads
+    /// that grows while jobs block.
+    std::shared_ptr<Executor> delegateQueue;
+    /// Default: HTTP on libcurl, its callbacks on the delegate queue.
     std::shared_ptr<HttpTransport> http;
     /// Default: an SQLite file in `stateFolder`.
     std::shared_ptr<KeyValueStore> store;

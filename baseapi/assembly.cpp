@@ -1,0 +1,12 @@
+// The one file that names every implementation.
+
+#include "baseapi/api/files/file_impl.h"
+#include "baseapi/api/user/user_impl.h"
+#include "baseapi/core/cloud_instance.h"
+
+namespace baseapi {
+
+CloudInstance::CloudInstance()
+    : userImpl_(makeUserImpl().release()), fileImpl_(makeFileImpl().release()), transferImpl_(nullptr) {}
+
+}  // namespace baseapi

@@ -1,0 +1,32 @@
+#include "baseapi/net/query_text.h"
+
+#include <gtest/gtest.h>
+
+namespace baseapi {
+namespace {
+
+TEST(QueryText, IsEmptyWithoutParts) {
+    EXPECT_EQ(QueryText().text(), "");
+}
+
+TEST(QueryText, JoinsItsPartsInTheirOrder) {
+    EXPECT_EQ(QueryText().add("b", "1").add("a", "2").add("c", true).add("d", false).text(),
+              "b=1&a=2&c=true&d=false");
+}
+
+TEST(QueryText, EscapesNothing) {
+    EXPECT_EQ(QueryText().add("a", "x y&é%").text(), "a=x y&é%");
+}
+
+TEST(QueryText, LeavesOutWhatIsAbsent) {
+    EXPECT_EQ(QueryText().addIfPresent("a", std::nullopt).addIfPresent("b", "").addIfPresent("c", "1").text(),
+              "b=&c=1");
+}
+
+TEST(QueryText, LeavesOutWhatIsNotFilled) {
+    EXPECT_EQ(QueryText().addIfFilled("a", std::nullopt).addIfFilled("b", "").addIfFilled("c", "1").text(),
+              "c=1");
+}
+
+}  // namespace
+}  // namespace baseapi

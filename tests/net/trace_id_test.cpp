@@ -1,0 +1,26 @@
+#include "baseapi/net/trace_id.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <set>
+
+namespace baseapi {
+namespace {
+
+TEST(TraceId, HasSixteenDigitsOfARandomUUIDBetweenFixedTexts) {
+    const auto traceId = makeTraceId();
+    EXPECT_EQ(traceId.size(), 38U);
+    // The thirteenth digit of a random UUID is its version.
+    EXPECT_TRUE(std::regex_match(traceId, std::regex("000000000000DSDK[0-9A-F]{12}4[0-9A-F]{3}000000")))
+        << traceId;
+}
+
+TEST(TraceId, IsNewEachTime) {
+    std::set<std::string> all;
+    for (int i = 0; i < 1000; ++i) all.insert(makeTraceId());
+    EXPECT_EQ(all.size(), 1000U);
+}
+
+}  // namespace
+}  // namespace baseapi

@@ -1,0 +1,39 @@
+#include "tests/support/test_platform.h"
+
+#include <memory>
+
+#include "baseapi/platform/platform.h"
+#include "tests/support/temporary_folder.h"
+
+namespace test_support {
+namespace {
+
+struct TestPlatform {
+    TestPlatform() {
+        std::filesystem::create_directory(temporary);
+        baseapi::Platform parts;
+        parts.log = log;
+        parts.stateFolder = folder / "state";
+        parts.temporaryFolder = temporary;
+        parts.applicationIdentifier = "org.example.baseapi-tests";
+        baseapi::usePlatform(std::move(parts));
+    }
+
+    TemporaryFolder folder;
+    std::filesystem::path temporary = folder / "temporary";
+    std::shared_ptr<RecordingLog> log = std::make_shared<RecordingLog>();
+};
+
+const TestPlatform testPlatform;
+
+}  // namespace
+
+RecordingLog& recordingLog() {
+    return *testPlatform.log;
+}
+
+const std::filesystem::path& temporaryFolder() {
+    return testPlatform.temporary;
+}
+
+}  // namespace test_support

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+
+#include "tests/support/recording_log.h"
+
+namespace test_support {
+
+/// The log that the library writes to in this test program. It, a state folder and a temporary folder of the
+/// program's own are in place before `main`.
+RecordingLog& recordingLog();
+
+/// Where the library puts its temporary files.
+const std::filesystem::path& temporaryFolder();
+
+}  // namespace test_support
