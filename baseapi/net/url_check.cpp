@@ -1,9 +1,18 @@
 #include "baseapi/net/url_check.h"
 
+#include <boost/url/encode.hpp>
 #include <boost/url/parse.hpp>
+#include <boost/url/rfc/unreserved_chars.hpp>
 #include <boost/url/url.hpp>
 
 namespace baseapi {
+namespace {
+
+std::string escaped(std::string_view text) {
+    return boost::urls::encode(text, boost::urls::unreserved_chars);
+}
+
+}  // namespace
 
 bool isURL(std::string_view text) {
     const auto url = boost::urls::parse_uri_reference(text);
@@ -14,9 +23,15 @@ bool isURL(std::string_view text) {
 }
 
 std::string withQueryItems(std::string_view text, const std::map<std::string, std::string>& items) {
+    // Written here because the library's own list of parameters leaves brackets in names as they are.
+    std::string query;
+    for (const auto& [name, value] : items) {
+        if (!query.empty()) query += '&';
+        query += escaped(name) + '=' + escaped(value);
+    }
     boost::urls::url url(text);
     url.remove_query();
-    for (const auto& [name, value] : items) url.params().append({name, value});
+    if (!query.empty()) url.set_encoded_query(query);
     return {url.data(), url.size()};
 }
 

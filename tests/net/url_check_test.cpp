@@ -66,7 +66,8 @@ TEST(QueryItems, TakeThePlaceOfTheQuery) {
 }
 
 TEST(QueryItems, AreEscaped) {
-    EXPECT_EQ(withQueryItems(host + "/a", {{"b", "x y&z"}}), host + "/a?b=x%20y%26z");
+    EXPECT_EQ(withQueryItems(host + "/a", {{"b", "x y&z"}, {"[c]", "#[]"}}),
+              host + "/a?%5Bc%5D=%23%5B%5D&b=x%20y%26z");
 }
 
 TEST(QueryItems, CanBeNone) {
