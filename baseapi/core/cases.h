@@ -7,5 +7,8 @@ template <class... Functions>
 struct Cases : Functions... {
     using Functions::operator()...;
 };
+// clang 14 does not make it for an aggregate.
+template <class... Functions>
+Cases(Functions...) -> Cases<Functions...>;
 
 }  // namespace baseapi

@@ -83,8 +83,8 @@ class MimeTypes {
 
         const bool spelled = line.find("cs") != std::string_view::npos;
         auto& types = spelled ? asSpelled_ : anyCase_;
-        const auto [entry, isNew] =
-            types.try_emplace(spelled ? std::string(pattern) : lowerCase(pattern), weight, std::string(type));
+        const auto [entry, isNew] = types.try_emplace(spelled ? std::string(pattern) : lowerCase(pattern),
+                                                      WeightedType{weight, std::string(type)});
         if (!isNew && weight > entry->second.weight) entry->second = {weight, std::string(type)};
     }
 
