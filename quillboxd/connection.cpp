@@ -79,6 +79,9 @@ class Exchange {
         return answer(work());
     }
 
+    /// Of the answer; 0 where none was sent.
+    int status() const { return status_; }
+
   private:
     Reply work() {
         Call call{context_.service, request_, reader_, origin()};
@@ -125,6 +128,7 @@ class Exchange {
     /// Before an answer leaves, so that whoever has it finds it in the journal, and once more for its
     /// duration.
     void note(int status) {
+        status_ = status;
         if (!journalled_) return;
         const std::chrono::duration<double, std::milli> taken = Clock::now() - start_;
         context_.service.journal.answered(seq_, status, reader_.bodyLength(), reader_.bodySha256(),
@@ -138,13 +142,14 @@ class Exchange {
     const Request& request_;
     bool journalled_ = false;
     std::int64_t seq_ = 0;
+    int status_ = 0;
     Clock::time_point start_ = Clock::now();
 };
 
-void print(const Request& request, Clock::time_point start) {
+void print(const Request& request, int status, Clock::time_point start) {
     const std::chrono::duration<double, std::milli> taken = Clock::now() - start;
-    std::fprintf(stderr, "%s %s %.1f ms\n", request.verb.c_str(), Journal::maskedTarget(request).c_str(),
-                 taken.count());
+    std::fprintf(stderr, "%s %s %d %.1f ms\n", request.verb.c_str(), Journal::maskedTarget(request).c_str(),
+                 status, taken.count());
 }
 
 void serveRequests(const ServerContext& context, Stream& stream, UniqueFd& socket) {
@@ -152,8 +157,9 @@ void serveRequests(const ServerContext& context, Stream& stream, UniqueFd& socke
     try {
         while (const auto request = reader.readHead()) {
             const auto start = Clock::now();
-            const bool more = Exchange(context, stream, socket, reader, *request).run();
-            if (context.verbose) print(*request, start);
+            Exchange exchange(context, stream, socket, reader, *request);
+            const bool more = exchange.run();
+            if (context.verbose) print(*request, exchange.status(), start);
             if (!more) break;
         }
     } catch (const ApiError& error) {

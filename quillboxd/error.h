@@ -15,8 +15,8 @@ enum class Code {
     verbNotAllowed = 13000406,
     conflict = 13000409,
     tooLarge = 13000413,
-    overloaded = 13000429,
     internal = 13000500,
+    overloaded = 13000503,
 };
 
 /// A call that is refused: its HTTP status, and the body's `code` and `msg`.

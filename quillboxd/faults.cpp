@@ -57,7 +57,7 @@ void checkDetails(const Fault& fault) {
                 badRequest("\"seconds\" must be from 0 to 86400");
             break;
         case FaultKind::trickle:
-            if (!(fault.bytesPerSecond > 0)) badRequest("\"bytesPerSecond\" must be more than 0");
+            if (!(fault.bytesPerSecond >= 1)) badRequest("\"bytesPerSecond\" must be at least 1");
             break;
         case FaultKind::truncate:
             if (fault.bytes < 0) badRequest("\"bytes\" must not be negative");

@@ -2,6 +2,8 @@
 
 #include <boost/algorithm/string/replace.hpp>
 
+#include "quillboxd/unicode.h"
+
 namespace quillboxd {
 namespace {
 
@@ -20,8 +22,8 @@ std::int64_t Journal::arrived(const Request& request) {
     entry.verb = request.verb;
     entry.target = maskedTarget(request);
     for (const auto& [name, value] : request.headers) {
-        entry.headers.emplace_back(name,
-                                   equalsIgnoringCase(name, "Authorization") ? mask : masked(value, token));
+        const bool secret = equalsIgnoringCase(name, "Authorization");
+        entry.headers.emplace_back(name, secret ? mask : readable(masked(value, token)));
     }
     const std::lock_guard lock(mutex_);
     entry.seq = ++lastSeq_;

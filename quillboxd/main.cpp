@@ -34,12 +34,22 @@ void writePortFile(const std::filesystem::path& file, std::uint16_t port) {
     if (error) throw StartError("the port file " + file.string() + " cannot be written: " + error.message());
 }
 
+std::unique_ptr<Service> openService(const Options& options) {
+    try {
+        return std::make_unique<Service>(options.data);
+    } catch (const StartError&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw StartError("the data folder " + options.data.string() + " cannot be used: " + error.what());
+    }
+}
+
 void run(const Options& options) {
     const auto stop = stopSignals();
     std::unique_ptr<TlsContext> tls;
     if (!options.certificate.empty()) tls = std::make_unique<TlsContext>(options.certificate, options.key);
-    Service service(options.data);
-    Server server(service, options.port, tls.get(), options.verbose);
+    const auto service = openService(options);
+    Server server(*service, options.port, tls.get(), options.verbose);
     // Connections queue from the moment the port is bound, so the number may be told now.
     if (!options.portFile.empty()) writePortFile(options.portFile, server.port());
     std::cout << "quillboxd listens on " << (tls ? "https" : "http") << "://127.0.0.1:" << server.port()

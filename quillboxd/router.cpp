@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "quillboxd/store/database.h"
+#include "quillboxd/unicode.h"
 
 namespace quillboxd {
 namespace {
@@ -17,6 +18,13 @@ std::string_view nextSegment(std::string_view& path) {
     return segment;
 }
 
+/// What answers repeat must be text.
+std::string decodedText(std::string_view segment) {
+    auto text = decodePercent(segment);
+    if (!isUtf8(text)) badRequest("the path is no UTF-8");
+    return text;
+}
+
 /// The segments in the places of the pattern, or nothing where path and pattern differ.
 std::optional<std::vector<std::string>> match(std::string_view pattern, std::string_view path) {
     std::vector<std::string> wildcards;
@@ -24,7 +32,7 @@ std::optional<std::vector<std::string>> match(std::string_view pattern, std::str
         const auto expected = nextSegment(pattern);
         const auto segment = nextSegment(path);
         if (expected == "*" && !segment.empty()) {
-            wildcards.push_back(decodePercent(segment));
+            wildcards.push_back(decodedText(segment));
         } else if (expected != segment) {
             return std::nullopt;
         }
@@ -43,7 +51,7 @@ const Route& findRoute(Call& call) {
         call.wildcards = std::move(*wildcards);
         return route;
     }
-    const auto name = std::string(path.substr(0, 200));
+    const auto name = readable(std::string(path.substr(0, 200)));
     if (pathKnown) {
         throw ApiError(405, Code::verbNotAllowed,
                        "the endpoint " + name + " does not take " + call.request.verb);
@@ -100,7 +108,7 @@ Reply dispatch(Call& call) {
     } catch (const ConnectionLost&) {
         throw;
     } catch (const std::exception& error) {
-        return errorReply(ApiError(500, Code::internal, error.what()));
+        return errorReply(ApiError(500, Code::internal, readable(error.what())));
     }
 }
 

@@ -9,8 +9,10 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <system_error>
 #include <thread>
 
+#include "quillboxd/call.h"
 #include "quillboxd/error.h"
 
 namespace quillboxd {
@@ -49,6 +51,12 @@ void prepareSocket(int socket) {
     ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
 }
 
+void turnAway(int socket) {
+    const auto reply = errorReply(ApiError(503, Code::overloaded, "too many connections at one time"));
+    const auto answer = writeHead(reply, false) + reply.body;
+    ::send(socket, answer.data(), answer.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+}
+
 }  // namespace
 
 Server::Server(Service& service, std::uint16_t port, const TlsContext* tls, bool verbose)
@@ -70,12 +78,18 @@ void Server::accept() {
     UniqueFd socket(::accept4(listener_.get(), nullptr, nullptr, SOCK_CLOEXEC));
     if (!socket) return;
     prepareSocket(socket.get());
+    const int number = socket.get();
     {
         const std::lock_guard lock(mutex_);
-        if (open_.size() >= mostConnections) return;
-        open_.insert(socket.get());
+        if (open_.size() >= mostConnections) return turnAway(number);
+        open_.insert(number);
     }
-    std::thread([this, held = std::move(socket)]() mutable { serve(held); }).detach();
+    try {
+        std::thread([this, held = std::move(socket)]() mutable { serve(held); }).detach();
+    } catch (const std::system_error&) {
+        const std::lock_guard lock(mutex_);
+        open_.erase(number);
+    }
 }
 
 void Server::serve(UniqueFd& socket) {

@@ -132,7 +132,7 @@ Reply putPart(Call& call) {
         badRequest("part " + std::to_string(part.number) + " has " + std::to_string(part.size) +
                    " bytes, not " + std::to_string(*length));
     }
-    auto blob = service.blobs.create();
+    auto blob = service.blobs.create(part.size);
     receive(call.reader, blob, part);
 
     Transaction transaction(service.database);

@@ -7,6 +7,8 @@
 #include <boost/beast/http/status.hpp>
 
 #include "quillboxd/crypto/sha256.h"
+#include "quillboxd/error.h"
+#include "quillboxd/unicode.h"
 
 namespace quillboxd {
 namespace {
@@ -52,7 +54,9 @@ std::optional<std::string> Request::parameter(std::string_view name) const {
         rest.remove_prefix(std::min(rest.size(), pair.size() + 1));
         const auto equals = std::min(pair.find('='), pair.size());
         if (pair.substr(0, equals) != name) continue;
-        return decodePercent(pair.substr(std::min(pair.size(), equals + 1)));
+        auto value = decodePercent(pair.substr(std::min(pair.size(), equals + 1)));
+        if (!isUtf8(value)) badRequest("the query is no UTF-8");
+        return value;
     }
     return std::nullopt;
 }

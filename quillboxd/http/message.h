@@ -26,7 +26,7 @@ struct Request {
     std::string_view query() const;  ///< without the "?"
     const std::string* header(std::string_view name) const { return findHeader(headers, name); }
 
-    /// The decoded value of a query parameter.
+    /// The decoded value of a query parameter; throws ApiError for what is no UTF-8.
     std::optional<std::string> parameter(std::string_view name) const;
 };
 

@@ -23,7 +23,8 @@ class RequestReader {
 
     /// The next head; nothing after the last request. Throws ApiError for what is no HTTP.
     std::optional<Request> readHead();
-    bool keepAlive() const { return parser_->keep_alive(); }
+    /// Whether the client reads on after the answer; HTTP/1.0 would need to be told.
+    bool keepAlive() const { return parser_->keep_alive() && parser_->get().version() >= 11; }
 
     /// What the head says of the body's length; nothing for a chunked body.
     std::optional<std::int64_t> announcedLength() const;

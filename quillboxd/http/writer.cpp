@@ -49,12 +49,12 @@ class SpoiltOutput {
 template <class Take>
 bool readPiece(const Piece& piece, const BlobStore& blobs, Take take) {
     std::string buffer(64 * 1024, '\0');
-    const auto file = blobs.open(piece.blob);
+    const auto blob = blobs.open(piece.blob);
     for (std::int64_t done = 0; done < piece.length;) {
         const auto wanted =
             std::min<std::int64_t>(piece.length - done, static_cast<std::int64_t>(buffer.size()));
-        const auto count =
-            ::pread(file.get(), buffer.data(), static_cast<std::size_t>(wanted), piece.offset + done);
+        const auto count = ::pread(blob.file.get(), buffer.data(), static_cast<std::size_t>(wanted),
+                                   blob.base + piece.offset + done);
         if (count <= 0) throw ConnectionLost("a blob ends too early");
         if (!take(std::string_view(buffer.data(), static_cast<std::size_t>(count)))) return false;
         done += count;
@@ -71,8 +71,8 @@ void writeReply(Stream& stream, const Reply& reply, const BlobStore& blobs, bool
         return stream.write(head);
     }
     for (const auto& piece : reply.pieces) {
-        const auto file = blobs.open(piece.blob);
-        stream.sendFile(head, file.get(), piece.offset, piece.length);
+        const auto blob = blobs.open(piece.blob);
+        stream.sendFile(head, blob.file.get(), blob.base + piece.offset, piece.length);
         head.clear();
     }
 }

@@ -17,10 +17,16 @@ UniqueFd checked(int fd, const char* what) {
     return UniqueFd(fd);
 }
 
+/// Regions start at whole pages, so that each can be given back to the system alone.
+std::int64_t wholePages(std::int64_t size) {
+    constexpr std::int64_t page = 64 * 1024;
+    return (size + page - 1) / page * page;
+}
+
 }  // namespace
 
-BlobWriter::BlobWriter(BlobStore& store, std::string id, UniqueFd file)
-    : store_(store), id_(std::move(id)), file_(std::move(file)) {}
+BlobWriter::BlobWriter(BlobStore& store, std::string id, OpenBlob blob)
+    : store_(store), id_(std::move(id)), blob_(std::move(blob)) {}
 
 BlobWriter::~BlobWriter() {
     if (!kept_) store_.remove(id_);
@@ -28,41 +34,43 @@ BlobWriter::~BlobWriter() {
 
 void BlobWriter::write(std::string_view bytes) {
     while (!bytes.empty()) {
-        const auto written = ::write(file_.get(), bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) throw std::system_error(errno, std::generic_category(), "a blob cannot be written");
-        bytes.remove_prefix(static_cast<std::size_t>(written));
+        const auto count = ::pwrite(blob_.file.get(), bytes.data(), bytes.size(), blob_.base + written_);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) throw std::system_error(errno, std::generic_category(), "a part cannot be stored");
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+        written_ += count;
     }
 }
 
 BlobStore::BlobStore(std::filesystem::path folder) : folder_(std::move(folder)) {
-    if (inMemory()) return;
+    if (inMemory()) {
+        memory_ = checked(::memfd_create("blobs", MFD_CLOEXEC), "the store in memory cannot be made");
+        return;
+    }
     for (int first = 0; first < 256; ++first) {
         const char byte = static_cast<char>(first);
         std::filesystem::create_directories(folder_ / hex(std::string_view(&byte, 1)));
     }
 }
 
-BlobWriter BlobStore::create() {
+BlobWriter BlobStore::create(std::int64_t size) {
     auto id = hex(randomBytes(16));
     if (!inMemory()) {
         const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-        return {*this, id, checked(::open(pathOf(id).c_str(), flags, 0600), "a blob cannot be made")};
+        return {*this, id, {checked(::open(pathOf(id).c_str(), flags, 0600), "a part cannot be stored"), 0}};
     }
-    auto file = checked(::memfd_create("blob", MFD_CLOEXEC), "a blob in memory cannot be made");
-    auto writing = checked(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0), "a blob in memory cannot be opened");
     const std::lock_guard lock(mutex_);
-    memory_.emplace(id, std::move(file));
-    return {*this, id, std::move(writing)};
+    const Region region{nextBase_, wholePages(size)};
+    nextBase_ += region.size;
+    regions_.emplace(id, region);
+    return {*this, id, openRegion(region)};
 }
 
-UniqueFd BlobStore::open(const std::string& id) const {
+OpenBlob BlobStore::open(const std::string& id) const {
     if (!inMemory())
-        return checked(::open(pathOf(id).c_str(), O_RDONLY | O_CLOEXEC), "a blob cannot be opened");
+        return {checked(::open(pathOf(id).c_str(), O_RDONLY | O_CLOEXEC), "a part cannot be read"), 0};
     const std::lock_guard lock(mutex_);
-    const auto found = memory_.find(id);
-    const int fd = found == memory_.end() ? -1 : ::fcntl(found->second.get(), F_DUPFD_CLOEXEC, 0);
-    return checked(fd, "a blob in memory cannot be opened");
+    return openRegion(regions_.at(id));
 }
 
 void BlobStore::remove(const std::string& id) {
@@ -71,7 +79,10 @@ void BlobStore::remove(const std::string& id) {
         return;
     }
     const std::lock_guard lock(mutex_);
-    memory_.erase(id);
+    const auto found = regions_.find(id);
+    if (found == regions_.end()) return;
+    freeRegion(found->second);
+    regions_.erase(found);
 }
 
 void BlobStore::clear() {
@@ -79,17 +90,36 @@ void BlobStore::clear() {
 }
 
 void BlobStore::removeAllBut(const std::set<std::string>& used) {
-    const std::lock_guard lock(mutex_);
-    std::erase_if(memory_, [&](const auto& entry) { return !used.contains(entry.first); });
-    if (inMemory()) return;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_)) {
-        if (!entry.is_directory() && !used.contains(entry.path().filename()))
-            std::filesystem::remove(entry.path());
+    if (inMemory()) {
+        const std::lock_guard lock(mutex_);
+        std::erase_if(regions_, [&](const auto& entry) {
+            if (used.contains(entry.first)) return false;
+            freeRegion(entry.second);
+            return true;
+        });
+        return;
+    }
+    // A part on its way may be taken away by its own writer meanwhile: no error.
+    std::error_code vanished;
+    for (const auto& group : std::filesystem::directory_iterator(folder_)) {
+        for (const auto& blob : std::filesystem::directory_iterator(group.path(), vanished)) {
+            if (!used.contains(blob.path().filename())) std::filesystem::remove(blob.path(), vanished);
+        }
     }
 }
 
 std::filesystem::path BlobStore::pathOf(const std::string& id) const {
     return folder_ / id.substr(0, 2) / id;
+}
+
+OpenBlob BlobStore::openRegion(const Region& region) const {
+    return {checked(::fcntl(memory_.get(), F_DUPFD_CLOEXEC, 0), "the store in memory cannot be opened"),
+            region.base};
+}
+
+void BlobStore::freeRegion(const Region& region) {
+    if (region.size == 0) return;
+    ::fallocate(memory_.get(), FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, region.base, region.size);
 }
 
 }  // namespace quillboxd

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -14,10 +15,16 @@ namespace quillboxd {
 
 class BlobStore;
 
+/// A blob that is open: its bytes stand in the file from `base` on.
+struct OpenBlob {
+    UniqueFd file;
+    std::int64_t base = 0;
+};
+
 /// Bytes on their way into the store: they go away with the writer unless they are kept.
 class BlobWriter {
   public:
-    BlobWriter(BlobStore& store, std::string id, UniqueFd file);
+    BlobWriter(BlobStore& store, std::string id, OpenBlob blob);
     BlobWriter(const BlobWriter&) = delete;
     BlobWriter& operator=(const BlobWriter&) = delete;
     ~BlobWriter();
@@ -29,19 +36,21 @@ class BlobWriter {
   private:
     BlobStore& store_;
     std::string id_;
-    UniqueFd file_;
+    OpenBlob blob_;
+    std::int64_t written_ = 0;
     bool kept_ = false;
 };
 
-/// Keeps runs of bytes that never change: plain files below a folder, or files in memory.
+/// Keeps runs of bytes that never change: plain files below a folder, or regions of one file in memory.
 /// A blob counts only once the database names it; what it does not name is swept away at the start.
 class BlobStore {
   public:
     /// An empty path keeps the bytes in memory.
     explicit BlobStore(std::filesystem::path folder);
 
-    BlobWriter create();
-    UniqueFd open(const std::string& id) const;
+    /// No more than `size` bytes will be written.
+    BlobWriter create(std::int64_t size);
+    OpenBlob open(const std::string& id) const;
     void remove(const std::string& id);
     void clear();
     void removeAllBut(const std::set<std::string>& used);
@@ -50,9 +59,19 @@ class BlobStore {
     std::filesystem::path pathOf(const std::string& id) const;
     bool inMemory() const { return folder_.empty(); }
 
+    struct Region {
+        std::int64_t base = 0;
+        std::int64_t size = 0;
+    };
+
+    OpenBlob openRegion(const Region& region) const;
+    void freeRegion(const Region& region);
+
     std::filesystem::path folder_;
     mutable std::mutex mutex_;
-    std::map<std::string, UniqueFd> memory_;
+    UniqueFd memory_;
+    std::map<std::string, Region> regions_;
+    std::int64_t nextBase_ = 0;
 };
 
 }  // namespace quillboxd

@@ -47,8 +47,8 @@ std::string Contents::read(std::int64_t content, std::int64_t offset, std::int64
     std::string bytes;
     for (const auto& piece : pieces(content, offset, length)) {
         std::string run(static_cast<std::size_t>(piece.length), '\0');
-        const auto file = blobs_.open(piece.blob);
-        if (::pread(file.get(), run.data(), run.size(), piece.offset) != piece.length) {
+        const auto blob = blobs_.open(piece.blob);
+        if (::pread(blob.file.get(), run.data(), run.size(), blob.base + piece.offset) != piece.length) {
             throw std::runtime_error("a blob is shorter than the database says");
         }
         bytes += run;

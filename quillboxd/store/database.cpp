@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "quillboxd/store/fold_case.h"
+#include "quillboxd/unicode.h"
 
 namespace quillboxd {
 namespace {

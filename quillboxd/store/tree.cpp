@@ -10,7 +10,7 @@
 #include "quillboxd/error.h"
 #include "quillboxd/json.h"
 #include "quillboxd/store/database.h"
-#include "quillboxd/store/fold_case.h"
+#include "quillboxd/unicode.h"
 
 namespace quillboxd {
 namespace {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <set>
 #include <stdexcept>
 
@@ -83,14 +82,16 @@ void verifyChain(const Upload& upload, const std::vector<Part>& parts) {
 }
 
 void hashBlob(Sha256& hash, const Part& part, const BlobStore& blobs) {
-    constexpr std::size_t chunk = 512 * 1024;
-    const auto buffer = std::make_unique<char[]>(chunk);
-    const auto file = blobs.open(part.blob);
-    while (true) {
-        const auto count = ::read(file.get(), buffer.get(), chunk);
-        if (count < 0) throw std::runtime_error("a blob cannot be read");
-        if (count == 0) return;
-        hash.update({buffer.get(), static_cast<std::size_t>(count)});
+    std::string buffer(512 * 1024, '\0');
+    const auto blob = blobs.open(part.blob);
+    for (std::int64_t done = 0; done < part.size;) {
+        const auto wanted =
+            std::min<std::int64_t>(part.size - done, static_cast<std::int64_t>(buffer.size()));
+        const auto count =
+            ::pread(blob.file.get(), buffer.data(), static_cast<std::size_t>(wanted), blob.base + done);
+        if (count <= 0) throw std::runtime_error("a stored part cannot be read");
+        hash.update(std::string_view(buffer).substr(0, static_cast<std::size_t>(count)));
+        done += count;
     }
 }
 

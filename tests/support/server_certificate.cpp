@@ -44,10 +44,14 @@ Certificate selfSigned(EVP_PKEY* key) {
 }  // namespace
 
 ServerCertificate::ServerCertificate() : context_(SSL_CTX_new(TLS_server_method())) {
-    const Key key(EVP_EC_gen("P-256"));
+    const Key key(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"));
     const Certificate certificate = selfSigned(key.get());
     const File file(std::fopen(pemFile().c_str(), "w"));
     if (!file || !PEM_write_X509(file.get(), certificate.get())) throw std::runtime_error("cannot write PEM");
+    const File secret(std::fopen(keyFile().c_str(), "w"));
+    if (!secret || !PEM_write_PrivateKey(secret.get(), key.get(), nullptr, nullptr, 0, nullptr, nullptr)) {
+        throw std::runtime_error("cannot write PEM");
+    }
     SSL_CTX_use_certificate(context_.get(), certificate.get());
     SSL_CTX_use_PrivateKey(context_.get(), key.get());
 }

@@ -17,6 +17,8 @@ class ServerCertificate {
     SSL_CTX* context() const { return context_.get(); }
     /// The certificate as a PEM file, to be trusted by a client.
     std::filesystem::path pemFile() const { return folder_ / "server.pem"; }
+    /// The key as a PEM file, for a server of its own.
+    std::filesystem::path keyFile() const { return folder_ / "server.key"; }
 
   private:
     struct ContextDeleter {
