@@ -70,12 +70,14 @@ class Watch {
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
-    /// False after the process has ended, and after the time.
+    /// Returns at once for a change since the last call; false after the process has ended, and after the
+    /// time.
     bool wait() {
+        const bool woken = ::poll(events_, 2, startMilliseconds) > 0 && events_[1].revents == 0;
         char unread[4096];
         while (::read(events_[0].fd, unread, sizeof unread) > 0) {
         }
-        return ::poll(events_, 2, startMilliseconds) > 0 && events_[1].revents == 0;
+        return woken;
     }
 
   private:
