@@ -99,8 +99,11 @@ void blockPipeSignal() {
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
-int listenOnLoopback() {
+int listenOnLoopback(int receiveBuffer) {
     const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (receiveBuffer > 0) {
+        ::setsockopt(listener, SOL_SOCKET, SO_RCVBUF, &receiveBuffer, sizeof receiveBuffer);
+    }
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -179,7 +182,7 @@ ScriptedServer::ScriptedServer(Handler handler) : ScriptedServer(std::move(handl
 ScriptedServer::ScriptedServer(Handler handler, Options options)
     : handler_(std::move(handler)),
       options_(options),
-      listener_(listenOnLoopback()),
+      listener_(listenOnLoopback(options.receiveBuffer)),
       port_(portOf(listener_)) {
     if (options_.tls) certificate_ = std::make_unique<ServerCertificate>();
     acceptor_ = std::thread([this] { acceptAll(); });

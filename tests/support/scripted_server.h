@@ -86,6 +86,8 @@ class ScriptedServer {
         bool tls = false;
         /// Off: the handler reads the body itself with `Exchange::readBody`.
         bool readBodies = true;
+        /// How much the kernel takes for a connection before the server reads; 0 leaves that to the kernel.
+        int receiveBuffer = 0;
     };
 
     explicit ScriptedServer(Handler handler);

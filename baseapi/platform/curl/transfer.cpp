@@ -1,8 +1,6 @@
 #include "baseapi/platform/curl/transfer.h"
 
-#include <linux/sockios.h>
 #include <strings.h>
-#include <sys/ioctl.h>
 
 #include <exception>
 #include <utility>
@@ -92,7 +90,6 @@ void Transfer::setUpHandle(EasyHandle& easy) const {
 }
 
 void Transfer::begin(EasyHandle& easy) {
-    easy_ = &easy;
     easy.set(CURLOPT_PRIVATE, this);
     easy.set(CURLOPT_HEADERDATA, this);
     easy.set(CURLOPT_WRITEDATA, this);
@@ -100,10 +97,11 @@ void Transfer::begin(EasyHandle& easy) {
     easy.set(CURLOPT_ERRORBUFFER, curlText_);
     easy.set(CURLOPT_URL, url_.c_str());
     // Several addresses of one host share this time, so that a dead one leaves some for the next.
-    easy.set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(idleTimeout_.count()));
+    easy.set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(idleTimeout_.count()) + 1);
     // Many transfers to a new host wait for its first connection, which may carry them all.
     easy.set(CURLOPT_PIPEWAIT, isHttps(origin_) ? 1L : 0L);
     prepare(easy);
+    easy_ = &easy;
 }
 
 Movement Transfer::movement() const {
@@ -115,9 +113,11 @@ Movement Transfer::movement() const {
                              CURLINFO_PRETRANSFER_TIME_T, CURLINFO_REDIRECT_TIME_T}) {
         now.stages += easy_->info<curl_off_t>(stage);
     }
-    const auto socket = easy_->info<curl_socket_t>(CURLINFO_ACTIVESOCKET);
-    if (socket != CURL_SOCKET_BAD) ::ioctl(socket, SIOCOUTQ, &now.unsent);
     return now;
+}
+
+long Transfer::localPort() const {
+    return easy_->info<long>(CURLINFO_LOCAL_PORT);
 }
 
 void Transfer::end(CURLcode code) {
@@ -129,7 +129,11 @@ void Transfer::fail(TransportError error) {
 }
 
 int Transfer::status() const {
-    return easy_ ? static_cast<int>(easy_->info<long>(CURLINFO_RESPONSE_CODE)) : 0;
+    return headComplete_ ? static_cast<int>(easy_->info<long>(CURLINFO_RESPONSE_CODE)) : 0;
+}
+
+curl_off_t Transfer::sent() const {
+    return requestsSent_ > 0 ? easy_->info<curl_off_t>(CURLINFO_SIZE_UPLOAD_T) : 0;
 }
 
 void Transfer::report(std::int64_t done, std::int64_t total) {
@@ -170,10 +174,10 @@ std::size_t Transfer::onBody(char* bytes, std::size_t one, std::size_t size, voi
 /// the first byte of the answer: but the service may have acted on the first, so that one was the attempt.
 int Transfer::onRequest(void* transfer, char*, char*, int, int) {
     auto& self = *static_cast<Transfer*>(transfer);
-    self.headComplete_ = false;
     self.sentAgain_ = self.requestsSent_++ > self.easy_->info<long>(CURLINFO_REDIRECT_COUNT);
     if (self.sentAgain_) return CURL_PREREQFUNC_ABORT;
     if (self.requestsSent_ > 1) self.followRedirect(self.status());
+    self.headComplete_ = false;
     return CURL_PREREQFUNC_OK;
 }
 

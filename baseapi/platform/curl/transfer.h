@@ -51,7 +51,10 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     virtual void setUpHandle(EasyHandle& easy) const;
     /// Tells the handle what it needs for this transfer; throws where it cannot be.
     void begin(EasyHandle& easy);
+    /// All but `unsent`.
     Movement movement() const;
+    /// The port of this end of its connection.
+    long localPort() const;
     /// libcurl has ended the transfer.
     void end(CURLcode code);
     /// The transfer ends before libcurl has ended it, or without having begun.
@@ -67,7 +70,10 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     const std::string& url() const { return url_; }
     /// The handle, while there is one.
     EasyHandle* easy() const { return easy_; }
+    /// The answer's status, once its head is there; 0 before.
     int status() const;
+    /// How much of the request's body has gone.
+    curl_off_t sent() const;
     /// Makes `resume` end in an error at once.
     void reject(std::string reason) { rejected_ = std::move(reason); }
     /// New totals; they are brought to the delegate queue now and then, the last of them always.

@@ -145,8 +145,9 @@ void TransferLoop::startWaiting(Origin& origin) {
 
 /// Hands the transfer to libcurl; false where it has failed already.
 bool TransferLoop::activate(const std::shared_ptr<Transfer>& transfer) {
+    std::unique_ptr<EasyHandle> easy;
     try {
-        auto easy = takeHandle(*transfer);
+        easy = takeHandle(*transfer);
         transfer->begin(*easy);
         active_.reserve(active_.size() + 1);
         if (curl_multi_add_handle(multi_.get(), easy->get()) != CURLM_OK) throw std::bad_alloc();
@@ -224,7 +225,8 @@ void TransferLoop::lookForStalled() {
     std::vector<std::shared_ptr<Transfer>> stalled;
     for (auto& active : active_) {
         if (now >= active.nextLook) {
-            const auto movement = active.transfer->movement();
+            auto movement = active.transfer->movement();
+            movement.unsent = sockets_.unsentBytes(active.transfer->localPort());
             if (movement != std::exchange(active.movement, movement)) active.movedAt = now;
             active.nextLook = now + active.transfer->idleTimeout() / kLooksPerTimeout;
             if (now - active.movedAt >= active.transfer->idleTimeout()) stalled.push_back(active.transfer);
@@ -247,6 +249,7 @@ std::unique_ptr<EasyHandle> TransferLoop::takeHandle(const Transfer& transfer) {
     }
     auto handle = std::make_unique<EasyHandle>();
     transfer.setUpHandle(*handle);
+    sockets_.watch(*handle);
     handle->set(CURLOPT_SHARE, share_.get());
     if (!caBundle_.empty()) handle->set(CURLOPT_CAINFO, caBundle_.c_str());
     return handle;

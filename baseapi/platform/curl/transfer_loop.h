@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "baseapi/platform/curl/easy_handle.h"
+#include "baseapi/platform/curl/open_sockets.h"
 #include "baseapi/platform/curl/transfer.h"
 #include "baseapi/platform/executor.h"
 
@@ -96,6 +97,7 @@ class TransferLoop {
     bool stopping_ = false;
 
     // Of the network thread. Handles end before what they share and what they are in.
+    OpenSockets sockets_;
     std::unique_ptr<CURLSH, ShareDeleter> share_;
     std::unique_ptr<CURLM, MultiDeleter> multi_;
     std::vector<Active> active_;

@@ -49,20 +49,20 @@ void UploadTransfer::followRedirect(int status) {
     if (status == 303) easy()->set(CURLOPT_CUSTOMREQUEST, static_cast<const char*>(nullptr));
 }
 
-int UploadTransfer::onProgress(void* transfer, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent) {
-    static_cast<UploadTransfer*>(transfer)->reportSent(sent);
+int UploadTransfer::onProgress(void* transfer, curl_off_t, curl_off_t, curl_off_t, curl_off_t total) {
+    static_cast<UploadTransfer*>(transfer)->reportSent(total);
     return 0;
 }
 
-void UploadTransfer::reportSent(curl_off_t sent) {
+void UploadTransfer::reportSent(curl_off_t total) {
     // A redirect counts from the start again; the totals never fall.
-    if (sent <= reported_) return;
-    reported_ = sent;
-    report(sent, static_cast<std::int64_t>(data_.size));
+    if (total <= reported_) return;
+    reported_ = total;
+    report(total, static_cast<std::int64_t>(data_.size));
 }
 
 void UploadTransfer::settle(std::optional<TransportError> error) {
-    if (easy()) reportSent(easy()->info<curl_off_t>(CURLINFO_SIZE_UPLOAD_T));
+    reportSent(sent());
     data_ = {};
     error_ = std::move(error);
 }

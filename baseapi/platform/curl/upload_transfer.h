@@ -23,8 +23,8 @@ class UploadTransfer final : public Transfer {
     void complete() override;
 
   private:
-    static int onProgress(void* transfer, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent);
-    void reportSent(curl_off_t sent);
+    static int onProgress(void* transfer, curl_off_t, curl_off_t, curl_off_t, curl_off_t total);
+    void reportSent(curl_off_t total);
 
     ByteBuffer data_;
     std::optional<HeaderLines> headers_;
