@@ -47,17 +47,15 @@ BlobStore::BlobStore(std::filesystem::path folder) : folder_(std::move(folder)) 
         memory_ = checked(::memfd_create("blobs", MFD_CLOEXEC), "the store in memory cannot be made");
         return;
     }
-    for (int first = 0; first < 256; ++first) {
-        const char byte = static_cast<char>(first);
-        std::filesystem::create_directories(folder_ / hex(std::string_view(&byte, 1)));
-    }
+    std::filesystem::create_directories(folder_);
 }
 
 BlobWriter BlobStore::create(std::int64_t size) {
     auto id = hex(randomBytes(16));
     if (!inMemory()) {
         const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-        return {*this, id, {checked(::open(pathOf(id).c_str(), flags, 0600), "a part cannot be stored"), 0}};
+        return {
+            *this, id, {checked(::open((folder_ / id).c_str(), flags, 0600), "a part cannot be stored"), 0}};
     }
     const std::lock_guard lock(mutex_);
     const Region region{nextBase_, wholePages(size)};
@@ -68,14 +66,14 @@ BlobWriter BlobStore::create(std::int64_t size) {
 
 OpenBlob BlobStore::open(const std::string& id) const {
     if (!inMemory())
-        return {checked(::open(pathOf(id).c_str(), O_RDONLY | O_CLOEXEC), "a part cannot be read"), 0};
+        return {checked(::open((folder_ / id).c_str(), O_RDONLY | O_CLOEXEC), "a part cannot be read"), 0};
     const std::lock_guard lock(mutex_);
     return openRegion(regions_.at(id));
 }
 
 void BlobStore::remove(const std::string& id) {
     if (!inMemory()) {
-        ::unlink(pathOf(id).c_str());
+        ::unlink((folder_ / id).c_str());
         return;
     }
     const std::lock_guard lock(mutex_);
@@ -101,15 +99,9 @@ void BlobStore::removeAllBut(const std::set<std::string>& used) {
     }
     // A part on its way may be taken away by its own writer meanwhile: no error.
     std::error_code vanished;
-    for (const auto& group : std::filesystem::directory_iterator(folder_)) {
-        for (const auto& blob : std::filesystem::directory_iterator(group.path(), vanished)) {
-            if (!used.contains(blob.path().filename())) std::filesystem::remove(blob.path(), vanished);
-        }
+    for (const auto& blob : std::filesystem::directory_iterator(folder_)) {
+        if (!used.contains(blob.path().filename())) std::filesystem::remove(blob.path(), vanished);
     }
-}
-
-std::filesystem::path BlobStore::pathOf(const std::string& id) const {
-    return folder_ / id.substr(0, 2) / id;
 }
 
 OpenBlob BlobStore::openRegion(const Region& region) const {

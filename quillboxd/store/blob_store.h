@@ -56,7 +56,6 @@ class BlobStore {
     void removeAllBut(const std::set<std::string>& used);
 
   private:
-    std::filesystem::path pathOf(const std::string& id) const;
     bool inMemory() const { return folder_.empty(); }
 
     struct Region {
