@@ -3,10 +3,13 @@
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/user/user_impl.h"
 #include "baseapi/core/cloud_instance.h"
+#include "baseapi/transfer/transfer_impl.h"
 
 namespace baseapi {
 
 CloudInstance::CloudInstance()
-    : userImpl_(makeUserImpl().release()), fileImpl_(makeFileImpl().release()), transferImpl_(nullptr) {}
+    : userImpl_(makeUserImpl().release()),
+      fileImpl_(makeFileImpl().release()),
+      transferImpl_(new TransferImpl) {}
 
 }  // namespace baseapi

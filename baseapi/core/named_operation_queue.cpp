@@ -1,16 +1,15 @@
 #include "baseapi/core/named_operation_queue.h"
 
-#include <signal.h>
 #include <unistd.h>
 
 #include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <system_error>
-#include <thread>
 
 #include "baseapi/core/callback.h"
 #include "baseapi/platform/fatal_stop.h"
+#include "baseapi/platform/thread.h"
 
 namespace baseapi {
 
@@ -39,25 +38,6 @@ struct NamedOperationQueue::State {
         return operation;
     }
 };
-
-namespace {
-
-/// Starts a detached thread that takes no signals: those are the host's.
-template <class Work>
-void startThread(Work work) {
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    try {
-        std::thread(std::move(work)).detach();
-    } catch (const std::system_error& error) {
-        fatalStop(error.what());
-    }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-}
-
-}  // namespace
 
 int activeProcessorCount() {
     return static_cast<int>(sysconf(_SC_NPROCESSORS_ONLN));
@@ -90,10 +70,18 @@ void NamedOperationQueue::addOperation(std::shared_ptr<Operation> operation) {
     if (grow) ++state_->threads;
     lock.unlock();
     state_->changed.notify_one();
-    if (!grow) return;
-    startThread([state = state_] {
-        while (const auto next = state->next()) invokeCallback([&] { next->start(); });
-    });
+    if (grow) addThread();
+}
+
+void NamedOperationQueue::addThread() {
+    try {
+        startThread(state_->name, [state = state_] {
+            while (const auto next = state->next()) invokeCallback([&] { next->start(); });
+        }).detach();
+    } catch (const std::system_error& error) {
+        std::lock_guard lock(state_->mutex);
+        if (--state_->threads == 0) fatalStop(error.what());  // nobody would ever run what waits
+    }
 }
 
 }  // namespace baseapi

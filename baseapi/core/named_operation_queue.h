@@ -30,6 +30,8 @@ class NamedOperationQueue {
     void addOperation(std::shared_ptr<Operation> operation);
 
   private:
+    void addThread();
+
     struct State;
     std::shared_ptr<State> state_;
 };

@@ -38,12 +38,25 @@ class RecordingLog : public baseapi::LogSink {
         return changed_.wait_for(lock, kPatience,
                                  [&] { return std::ranges::find(lines_, line) != lines_.end(); });
     }
+    bool containsBeginning(std::string_view beginning) const {
+        std::lock_guard lock(mutex_);
+        return beginsOne(beginning);
+    }
+    /// False where no line that begins so comes in time.
+    [[nodiscard]] bool waitForBeginning(std::string_view beginning) const {
+        std::unique_lock lock(mutex_);
+        return changed_.wait_for(lock, kPatience, [&] { return beginsOne(beginning); });
+    }
     void clear() {
         std::lock_guard lock(mutex_);
         lines_.clear();
     }
 
   private:
+    bool beginsOne(std::string_view beginning) const {
+        return std::ranges::any_of(lines_, [&](const auto& line) { return line.starts_with(beginning); });
+    }
+
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     std::vector<std::string> lines_;

@@ -1,0 +1,21 @@
+#include "baseapi/transfer/upload_file_request.h"
+
+#include <exception>
+#include <utility>
+
+#include "baseapi/net/http_helper.h"
+#include "baseapi/platform/fatal_stop.h"
+
+namespace baseapi {
+
+BaseResponse UploadFileRequest::send() {
+    if (method != HTTPMethod::put) return {.code = -1, .msg = "method invalid"};
+    if (!bytes || !hash) fatalStop("UploadFileRequest: bytes or hash is absent");
+    try {
+        return HttpHelper::shared().putUploadFile(url, std::move(*bytes), *hash, progressListener);
+    } catch (const std::exception&) {
+        return {.code = -1, .msg = "upload error"};
+    }
+}
+
+}  // namespace baseapi
