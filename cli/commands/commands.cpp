@@ -1,0 +1,22 @@
+#include "cli/commands/commands.h"
+
+namespace quillbox {
+
+std::vector<std::unique_ptr<Command>> allCommands() {
+    std::vector<std::unique_ptr<Command>> all;
+    all.push_back(makeSignIn());
+    all.push_back(makeUpload());
+    all.push_back(makeDownload());
+    all.push_back(makeVerify());
+    all.push_back(makeLs());
+    all.push_back(makeMkdir());
+    all.push_back(makeRename());
+    all.push_back(makeSearch());
+    all.push_back(makePath());
+    all.push_back(makeDetail());
+    all.push_back(makeCall());
+    all.push_back(makeDoctor());
+    return all;
+}
+
+}  // namespace quillbox

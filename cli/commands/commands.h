@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+
+#include "cli/command.h"
+
+namespace quillbox {
+
+// Each function makes the command of the file of its name.
+std::unique_ptr<Command> makeCall();
+std::unique_ptr<Command> makeDetail();
+std::unique_ptr<Command> makeDoctor();
+std::unique_ptr<Command> makeDownload();
+std::unique_ptr<Command> makeLs();
+std::unique_ptr<Command> makeMkdir();
+std::unique_ptr<Command> makePath();
+std::unique_ptr<Command> makeRename();
+std::unique_ptr<Command> makeSearch();
+std::unique_ptr<Command> makeSignIn();
+std::unique_ptr<Command> makeUpload();
+std::unique_ptr<Command> makeVerify();
+
+}  // namespace quillbox

@@ -1,0 +1,70 @@
+#include "cli/host.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+#include "baseapi/core/cloud_instance.h"
+#include "baseapi/platform/platform.h"
+
+namespace quillbox {
+namespace {
+
+constexpr auto longestSettling = std::chrono::seconds(10);
+constexpr auto settlingStep = std::chrono::milliseconds(2);
+
+std::filesystem::path readable(const std::string& bundle) {
+    if (::access(bundle.c_str(), R_OK) != 0)
+        throw UsageError{"the certificates " + bundle +
+                         " cannot be read; give a file that can, or leave --cacert out"};
+    return bundle;
+}
+
+}  // namespace
+
+Host::Host(const SessionOptions& options, Parts parts)
+    : parts_(parts),
+      stateFolder_(quillbox::stateFolder(options, processEnvironment)),
+      log_(options.log ? std::make_shared<HostLog>(*options.log) : std::make_shared<HostLog>()) {
+    baseapi::Platform platform;
+    platform.log = log_;
+    platform.stateFolder = stateFolder_;
+    platform.applicationIdentifier = "quillbox";
+    if (options.cacert && !options.cacert->empty()) platform.caBundle = readable(*options.cacert);
+    baseapi::usePlatform(std::move(platform));
+
+    auto& session = baseapi::CloudInstance::shared();
+    session.host = options.host;
+    session.contentId = options.contentId;
+    if (options.token) setToken(*options.token);
+    if (options.tokenFile) {
+        tokenFile_ = std::make_unique<TokenFile>(*options.tokenFile,
+                                                 [this](const std::string& token) { setToken(token); });
+        setToken(tokenFile_->initial());
+    }
+}
+
+void Host::setToken(const std::string& token) {
+    parts_.mask.add(token);
+    baseapi::CloudInstance::shared().token = token;
+}
+
+void Host::waitFor(const std::function<bool()>& done) const {
+    parts_.monitor.wait(done);
+    if (parts_.monitor.interrupted()) throw Interrupted{};
+}
+
+void Host::settle() const {
+    const auto& http = *baseapi::platform().http;
+    const auto end = std::chrono::steady_clock::now() + longestSettling;
+    while (http.running() > 0 && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(settlingStep);
+}
+
+void Host::requireCodeZero(const std::string& what, const baseapi::BaseResponse& response) {
+    const auto code = response.code.value_or(0);
+    if (code != 0) throw ServiceFailure{what, code, response.msg.value_or("")};
+}
+
+}  // namespace quillbox

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "baseapi/platform/log_sink.h"
+#include "cli/upload_cause.h"
+
+namespace quillbox {
+
+/// Takes the library's log lines: reads the causes of failures out of them and writes them, as they are, to
+/// where the user wants them.
+class HostLog : public baseapi::LogSink {
+  public:
+    /// The lines are dropped.
+    HostLog() = default;
+    /// `destination`: a file, which is appended to and readable by its owner alone, or "-" for standard
+    /// error. Throws `UsageError` where it cannot be opened.
+    explicit HostLog(const std::string& destination);
+    ~HostLog() override;
+    HostLog(const HostLog&) = delete;
+    HostLog& operator=(const HostLog&) = delete;
+
+    void line(std::span<const std::string_view> pieces) noexcept override;
+
+    UploadCause& uploadCause() { return cause_; }
+
+  private:
+    void write(std::span<const std::string_view> pieces);
+
+    UploadCause cause_;
+    std::mutex mutex_;
+    int descriptor_ = -1;
+    bool owned_ = false;
+};
+
+}  // namespace quillbox

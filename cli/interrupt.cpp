@@ -1,0 +1,75 @@
+#include "cli/interrupt.h"
+
+#include <pthread.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <thread>
+#include <utility>
+
+#include "cli/exit_status.h"
+
+namespace quillbox {
+namespace {
+
+sigset_t listenedTo() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    return signals;
+}
+
+}  // namespace
+
+Interrupt::Interrupt(Monitor& monitor) : monitor_(monitor) {
+    // A shell starts what runs in its background with the signal ignored, and an ignored signal is never
+    // waited for with success.
+    ::signal(SIGINT, SIG_DFL);
+    const auto signals = listenedTo();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::thread([this] { listen(); }).detach();
+}
+
+void Interrupt::listen() {
+    const auto signals = listenedTo();
+    for (bool second = false;; second = true) {
+        int signal = 0;
+        sigwait(&signals, &signal);
+        if (second) ::_exit(static_cast<int>(ExitStatus::interrupted));
+        first();
+    }
+}
+
+void Interrupt::first() {
+    Work work;
+    std::function<void(const std::string&)> tell;
+    {
+        std::lock_guard lock(mutex_);
+        happened_ = true;
+        work = work_;
+        tell = tell_;
+    }
+    if (tell) {
+        const auto what = work.waitingFor ? work.waitingFor() : std::string("the end of the work");
+        tell("interrupted; waiting for " + what + " (Ctrl-C once more ends at once)");
+    }
+    monitor_.interrupt();
+    if (work.cancel) work.cancel();
+}
+
+void Interrupt::setWork(Work work) {
+    bool happened = false;
+    {
+        std::lock_guard lock(mutex_);
+        work_ = work;
+        happened = happened_;
+    }
+    if (happened && work.cancel) work.cancel();
+}
+
+void Interrupt::setTell(std::function<void(const std::string&)> tell) {
+    std::lock_guard lock(mutex_);
+    tell_ = std::move(tell);
+}
+
+}  // namespace quillbox

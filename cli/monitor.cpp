@@ -1,0 +1,26 @@
+#include "cli/monitor.h"
+
+#include <algorithm>
+
+namespace quillbox {
+
+bool Monitor::wait(const std::function<bool()>& done, std::optional<Clock::time_point> limit) {
+    std::unique_lock lock(mutex_);
+    while (!done()) {
+        auto end = limit;
+        if (end_) end = end ? std::min(*end, *end_) : *end_;
+        if (!end) {
+            changed_.wait(lock);
+        } else {
+            if (Clock::now() >= *end) return false;
+            changed_.wait_until(lock, *end);
+        }
+    }
+    return true;
+}
+
+void Monitor::interrupt() {
+    change([this] { end_ = Clock::now() + patience; });
+}
+
+}  // namespace quillbox

@@ -1,0 +1,103 @@
+#include "cli/operations.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "baseapi/api/files/i_file.h"
+#include "baseapi/api/user/i_user.h"
+#include "baseapi/core/cloud_instance.h"
+#include "baseapi/json/codec.h"
+#include "cli/problems.h"
+#include "cli/text.h"
+
+namespace quillbox {
+namespace {
+
+using baseapi::CloudInstance;
+using baseapi::NetworkCallback;
+using baseapi::NetworkFailure;
+using baseapi::NetworkResult;
+
+using Done = std::function<void(OperationResult)>;
+
+std::string words(const baseapi::DecodingError& error) {
+    using Kind = baseapi::DecodingError::Kind;
+    const auto place = error.path.empty() ? std::string("RECORD") : "\"" + error.path + "\"";
+    if (error.kind == Kind::typeMismatch || error.kind == Kind::valueNotFound)
+        return place + " must be of type " + error.subject +
+               (error.detail.empty() ? "" : " (" + error.detail + ")");
+    return "RECORD is no JSON object that can be read: " + error.description();
+}
+
+/// The keys of `text` laid over an empty record.
+template <class Bean>
+std::optional<Bean> recordFrom(std::optional<std::string>& text) {
+    if (!text) return std::nullopt;
+    Bean bean{};
+    if (const auto error = baseapi::decode(*text, bean, baseapi::DecodingMode::overlay))
+        throw UsageError{words(*error) + "; RECORD is a " + std::string(Bean::recordName)};
+    return bean;
+}
+
+template <class Response>
+NetworkCallback<Response> encoding(Done done) {
+    return [done = std::move(done)](const NetworkResult<Response>& result) {
+        result.visit(
+            [&](const typename NetworkResult<Response>::success& it) {
+                if (auto text = baseapi::encode(it.record))
+                    done(std::move(*text));
+                else
+                    done(NetworkFailure{-1, "the response record has no JSON form"});
+            },
+            [&](const NetworkFailure& it) { done(it); });
+    };
+}
+
+// One function for each shape that operations have.
+
+template <class Service, class Bean, class Response>
+Operation makeOperation(std::function<Service&()> service, std::string_view name,
+                        void (Service::*member)(std::optional<Bean>, NetworkCallback<Response>)) {
+    return {Service::interfaceName, name, Bean::recordName, Response::recordName,
+            [service, member](std::optional<std::string> record, Done done) {
+                (service().*member)(recordFrom<Bean>(record), encoding<Response>(std::move(done)));
+            }};
+}
+
+template <class Service>
+void add(std::vector<Operation>& all, std::function<Service&()> service) {
+    Service::operations([&](std::string_view name, auto member) {
+        all.push_back(makeOperation<Service>(service, name, member));
+    });
+}
+
+std::vector<Operation> makeOperations() {
+    std::vector<Operation> all;
+    add<baseapi::IUser>(all, []() -> baseapi::IUser& { return CloudInstance::shared().getUserImpl(); });
+    add<baseapi::IFile>(all, []() -> baseapi::IFile& { return CloudInstance::shared().getFileImpl(); });
+    return all;
+}
+
+bool equalInAnyCase(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return (a | 0x20) == (b | 0x20); });
+}
+
+}  // namespace
+
+const std::vector<Operation>& operations() {
+    static const auto& all = *new std::vector<Operation>(makeOperations());
+    return all;
+}
+
+const Operation& operationNamed(std::string_view name) {
+    for (const auto& operation : operations())
+        if (operation.name == name) return operation;
+    std::string hint = "quillbox call --list names them all";
+    for (const auto& operation : operations())
+        if (equalInAnyCase(operation.name, name)) hint = "did you mean " + std::string(operation.name) + "?";
+    throw UsageError{"there is no operation " + repairUtf8(name) + "; " + hint};
+}
+
+}  // namespace quillbox

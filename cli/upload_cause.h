@@ -1,0 +1,38 @@
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quillbox {
+
+/// Why an upload failed, read from the library's log lines as they pass: the library's own last event does
+/// not tell. Serves one upload at a time. Callable from any thread.
+class UploadCause {
+  public:
+    /// One log line in pieces.
+    void read(std::span<const std::string_view> pieces);
+    /// What the host itself knows of the failure, in words.
+    void say(const std::string& cause);
+
+    /// Another upload begins.
+    void reset();
+    /// The first cause since then, such as "the service refused to create it: 507 quota exceeded".
+    std::optional<std::string> cause() const;
+
+  private:
+    void readWhole(std::string_view line);
+
+    mutable std::mutex mutex_;
+    std::optional<std::string> cause_;
+    /// The last answer to a create request, for it may turn out to be a refusal.
+    std::string creation_;
+};
+
+/// A failure of a service call in words: "to create it" with 507 and "quota exceeded" gives "the service
+/// refused to create it: 507 quota exceeded".
+std::string failureText(const std::string& aim, std::int64_t code, const std::string& message);
+
+}  // namespace quillbox

@@ -1,0 +1,30 @@
+#include "cli/arguments.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quillbox {
+namespace {
+
+std::vector<std::string> parsed(std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "quillbox");
+    return parserArguments(static_cast<int>(arguments.size()), arguments.data());
+}
+
+using testing::ElementsAre;
+
+TEST(Arguments, TheLastOneStandsFirst) {
+    EXPECT_THAT(parsed({"a", "b"}), ElementsAre("b", "a"));
+}
+
+TEST(Arguments, AnEmptyValueBehindAnEqualsSignIsAnArgument) {
+    EXPECT_THAT(parsed({"--token=", "call"}), ElementsAre("call", "", "--token"));
+    EXPECT_THAT(parsed({"--token=a="}), ElementsAre("--token=a="));
+}
+
+TEST(Arguments, BehindTwoDashesNothingIsAnOption) {
+    EXPECT_THAT(parsed({"--", "--token="}), ElementsAre("--token=", "--"));
+}
+
+}  // namespace
+}  // namespace quillbox

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/cli/quillbox_process.h"
+#include "tests/support/quillboxd_process.h"
+#include "tests/support/temporary_folder.h"
+
+namespace quillbox_test {
+
+/// Tests of the built program against the built local service, signed in.
+class CloudTest : public testing::Test {
+  protected:
+    CloudTest() {
+        const auto signedIn = run({"sign-in", "--code", "someone", "--save", tokenFile()}, settings());
+        EXPECT_EQ(signedIn.status, 0) << signedIn.error;
+    }
+
+    std::string tokenFile() const { return (home_ / "token").string(); }
+    std::string token() const {
+        std::ifstream stream(tokenFile());
+        std::string line;
+        std::getline(stream, line);
+        return line;
+    }
+    RunSettings settings() const {
+        RunSettings settings;
+        settings.environment = {{"QUILLBOX_HOST", service_.url()},
+                                {"QUILLBOX_STATE", (home_ / "state").string()}};
+        settings.folder = home_.path().string();
+        return settings;
+    }
+    RunSettings signedIn() const {
+        auto all = settings();
+        all.environment["QUILLBOX_TOKEN_FILE"] = tokenFile();
+        return all;
+    }
+    /// A run with JSON output, signed in.
+    Run json(std::vector<std::string> arguments) const {
+        arguments.push_back("--json");
+        return run(std::move(arguments), signedIn());
+    }
+    Run text(std::vector<std::string> arguments) const { return run(std::move(arguments), signedIn()); }
+
+    std::filesystem::path make(const std::string& name, std::string_view content) const {
+        const auto file = home_ / name;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << content;
+        return file;
+    }
+    static std::string contentOf(const std::filesystem::path& file) {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    /// The id of the item of this name in the root folder, or in the folder of this id.
+    std::string idOf(const std::string& name, const std::string& folder = {}) const {
+        const auto listed = folder.empty() ? json({"ls"}) : json({"ls", folder});
+        for (const auto& line : listed.lines)
+            if (line.find("\"name\":\"" + name + "\"") != std::string::npos) return valueOf(line, "id");
+        return {};
+    }
+    /// The text under a key of a JSON line.
+    static std::string valueOf(const std::string& line, const std::string& key) {
+        const auto mark = "\"" + key + "\":\"";
+        const auto begin = line.find(mark);
+        if (begin == std::string::npos) return {};
+        const auto value = begin + mark.size();
+        return line.substr(value, line.find('"', value) - value);
+    }
+
+    test_support::TemporaryFolder home_;
+    test_support::QuillboxdProcess service_{test_support::QuillboxdProcess::Storage::memory};
+};
+
+}  // namespace quillbox_test
