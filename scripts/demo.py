@@ -1,0 +1,190 @@
+"""The main job on the embedded local service; scripts/demo builds the programs and calls this.
+
+demo.py START_FOLDER BIN_FOLDER [PATH]
+"""
+
+import json
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import urllib.request
+
+ROOT_FOLDER = "root"
+
+
+class Failed(Exception):
+    """A step that did not do what it should; the text says why."""
+
+
+class Service:
+    """quillboxd on a free port, for as long as the block runs."""
+
+    def __init__(self, program, folder):
+        self.port_file = folder / "port"
+        self.process = subprocess.Popen(
+            [program, "--data", folder / "data", "--port-file", self.port_file], stdout=subprocess.DEVNULL)
+
+    def __enter__(self):
+        deadline = time.monotonic() + 30
+        while not self.port_file.exists():
+            if self.process.poll() is not None or time.monotonic() > deadline:
+                raise Failed("the local service did not start")
+            time.sleep(0.02)
+        self.address = "http://127.0.0.1:" + self.port_file.read_text(encoding="ascii").strip()
+        return self
+
+    def __exit__(self, *_):
+        self.process.send_signal(signal.SIGTERM)
+        if self.process.wait(timeout=30) != 0:
+            raise Failed(f"the local service ended with status {self.process.returncode}")
+
+    def parts_received(self):
+        with urllib.request.urlopen(self.address + "/_dev/requests", timeout=30) as answer:
+            requests = json.load(answer)["requests"]
+        return sum(1 for request in requests if request["verb"] == "PUT" and request["path"].startswith("/_part/"))
+
+
+class Quillbox:
+    """The terminal host with a session of its own."""
+
+    def __init__(self, program, address, folder):
+        self.program = program
+        self.environment = {
+            **{name: value for name, value in os.environ.items() if not name.startswith("QUILLBOX_")},
+            "QUILLBOX_HOST": address,
+            "QUILLBOX_STATE": str(folder / "state"),
+        }
+
+    def run(self, *arguments):
+        """For people: what it prints goes straight to the terminal."""
+        done = subprocess.run([self.program, *arguments], env=self.environment, check=False)
+        if done.returncode != 0:
+            raise Failed(f"quillbox {arguments[0]} ended with status {done.returncode}")
+
+    def call(self, operation, record):
+        done = subprocess.run(
+            [self.program, "--json", "call", operation, json.dumps(record)],
+            env=self.environment, capture_output=True, text=True, check=False)
+        if done.returncode != 0:
+            raise Failed(f"quillbox call {operation}: {done.stdout.strip()} {done.stderr.strip()}")
+        record = json.loads(done.stdout)["record"]
+        if record.get("code", 0) != 0:
+            raise Failed(f"{operation}: the service answered {record.get('code')} {record.get('msg')}")
+        return record
+
+    def sign_in(self):
+        self.environment["QUILLBOX_TOKEN"] = self.call("getToken", {"authCode": "demo"})["accessToken"]
+
+    def children(self, folder):
+        cursor = None
+        while True:
+            page = {"pageSize": 500, **({"pageCursor": cursor} if cursor else {})}
+            answer = self.call("filesList", {"type": "list", "parentFileId": folder, "pageInfo": page})
+            yield from answer.get("files", [])
+            cursor = answer.get("nextCursor")
+            if not cursor:
+                return
+
+
+def step(text):
+    print(f"\n== {text}", flush=True)
+
+
+def files_below(path):
+    if path.is_file():
+        return [path]
+    return sorted(file for file in path.rglob("*") if file.is_file())
+
+
+def bring_back(quillbox, item, target):
+    """Downloads a cloud file, or a cloud folder with all that it holds; gives the number of files."""
+    if item.get("fileType") != "10":
+        done = subprocess.run(
+            [quillbox.program, "--json", "download", "--file-id", item["id"], "--to", target],
+            env=quillbox.environment, capture_output=True, text=True, check=False)
+        if done.returncode != 0:
+            raise Failed(f"download of {item['fileName']}: {done.stdout.strip()} {done.stderr.strip()}")
+        return 1
+    target.mkdir()
+    return sum(bring_back(quillbox, child, target / child["fileName"]) for child in quillbox.children(item["id"]))
+
+
+def compare(original, copy):
+    """Byte for byte; says what differs."""
+    done = subprocess.run(["diff", "--recursive", "--brief", original, copy], capture_output=True, text=True, check=False)
+    if done.returncode != 0:
+        raise Failed("what came back differs: " + (done.stdout or done.stderr).strip())
+
+
+def demo(programs, path, folder):
+    files = files_below(path)
+    size = sum(file.stat().st_size for file in files)
+    with Service(programs / "quillboxd", folder) as service:
+        step(f"The local service listens on {service.address}; signing in")
+        quillbox = Quillbox(programs / "quillbox", service.address, folder)
+        quillbox.sign_in()
+
+        step(f"Uploading {path}")
+        began = time.monotonic()
+        quillbox.run("upload", path)
+        upload_seconds = time.monotonic() - began
+        parts = service.parts_received()
+
+        step("What the cloud folder holds now")
+        quillbox.run("ls")
+
+        step("Bringing it back")
+        began = time.monotonic()
+        items = [item for item in quillbox.children(ROOT_FOLDER) if item["fileName"] == path.name]
+        if len(items) != 1:
+            raise Failed(f"{path.name} is not in the cloud folder")
+        fetched = bring_back(quillbox, items[0], folder / "back")
+        download_seconds = time.monotonic() - began
+        if fetched != len(files):
+            raise Failed(f"{len(files)} files went up, {fetched} came back")
+        compare(path, folder / "back")
+        print(f"{fetched} files are the same, byte for byte")
+
+        step("Comparing with the cloud by size and SHA-256")
+        quillbox.run("verify", path, "--parent", ROOT_FOLDER)
+
+        step("Uploading again")
+        quillbox.run("upload", path)
+        moved = service.parts_received() - parts
+        if moved != 0:
+            raise Failed(f"the second upload moved {moved} parts")
+        print("Nothing moved: the service had every file.")
+
+    megabytes = size / 1e6
+    step("In short")
+    print(f"{'':10}{'files':>8}{'bytes':>14}{'parts':>8}{'seconds':>10}{'MB/s':>10}")
+    print(f"{'upload':10}{len(files):8}{size:14}{parts:8}{upload_seconds:10.2f}{megabytes / upload_seconds:10.1f}")
+    print(f"{'download':10}{fetched:8}{size:14}{'':8}{download_seconds:10.2f}{megabytes / download_seconds:10.1f}")
+    print(f"{'again':10}{len(files):8}{0:14}{moved:8}")
+
+
+def main(start, programs, path=None):
+    programs = pathlib.Path(programs).resolve()
+    path = pathlib.Path(start, path).resolve() if path else programs
+    folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-demo-"))
+    try:
+        if not path.exists():
+            raise Failed(f"{path} does not exist")
+        demo(programs, path, folder)
+        return 0
+    except Failed as failure:
+        print(f"\nThe demo failed: {failure}", file=sys.stderr)
+        return 1
+    except KeyboardInterrupt:
+        return 130
+    finally:
+        shutil.rmtree(folder, ignore_errors=True)
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
