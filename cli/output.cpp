@@ -72,7 +72,8 @@ class TextOutput : public StreamOutput {
     void progress(JobProgress& job) override {
         if (!out_.isTerminal()) return;
         std::lock_guard lock(mutex_);
-        if (const auto bar = bar_.draw(job, out_.width())) out_.write("\r" + masked(*bar) + "\x1b[K");
+        if (const auto bar = bar_.draw(job, out_.width()))
+            out_.write(std::string("\r").append(masked(*bar)).append("\x1b[K"));
     }
     void endProgress() override {
         std::lock_guard lock(mutex_);

@@ -8,7 +8,7 @@ import sys
 SHARED = ["platform", "json", "core", "net", "api/records"]
 ALLOWED = {
     "baseapi/platform": [],
-    "baseapi/json": [],
+    "baseapi/json": ["baseapi/platform"],
     "baseapi/core": ["baseapi/platform", "baseapi/json"],
     "baseapi/net": ["baseapi/platform", "baseapi/json", "baseapi/core"],
     "baseapi/api/records": ["baseapi/json", "baseapi/net"],
