@@ -1,14 +1,18 @@
 #include "cli/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+
+#include "cli/arguments.h"
 
 namespace quillbox {
 namespace {
 
 // The parser's own conversion takes an empty text for an absent value.
 std::function<void(const std::string&)> storing(std::optional<std::string>& value) {
-    return [&value](const std::string& given) { value = given; };
+    return [&value](const std::string& given) { value = withoutGuard(given); };
 }
 
 std::string whyNoDuration(const std::string& text) {
@@ -39,15 +43,20 @@ void Options::text(const std::string& name, std::optional<std::string>& value, c
 
 void Options::requiredText(const std::string& name, std::string& value, const std::string& kind,
                            const std::string& help) {
-    auto* option = app_.add_option(name, value, help);
+    auto* option = app_.add_option_function<std::string>(
+        name, [&value](const std::string& given) { value = withoutGuard(given); }, help);
     decorated(*option, kind).required()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
 void Options::requiredTexts(const std::string& name, std::vector<std::string>& values,
                             const std::string& help) {
-    auto* option = app_.add_option(name, values, help);
-    // Without this a name in brackets would be taken for a list.
-    decorated(*option, "").required()->allow_extra_args(false);
+    auto* option = app_.add_option_function<std::vector<std::string>>(
+        name,
+        [&values](const std::vector<std::string>& given) {
+            std::transform(given.begin(), given.end(), std::back_inserter(values), withoutGuard);
+        },
+        help);
+    decorated(*option, "").required();
 }
 
 void Options::integer(const std::string& name, std::optional<std::int64_t>& value, const std::string& kind,

@@ -15,7 +15,7 @@ class StreamOutput : public Output {
   public:
     explicit StreamOutput(const TokenMask& mask) : mask_(mask) {}
 
-    void note(const std::string& text) override { tellBeside("quillbox: " + text); }
+    void note(const std::string& text) override { tellBeside(text); }
     bool unread() const override { return out_.unread(); }
     std::string writeError() const override { return out_.error(); }
 

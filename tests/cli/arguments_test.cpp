@@ -22,6 +22,14 @@ TEST(Arguments, AnEmptyValueBehindAnEqualsSignIsAnArgument) {
     EXPECT_THAT(parsed({"--token=a="}), ElementsAre("--token=a="));
 }
 
+TEST(Arguments, ATextInBracketsIsNoList) {
+    const auto arguments = parsed({"[a,b]", "\x01"});
+    EXPECT_EQ(withoutGuard(arguments[0]), "\x01");
+    EXPECT_NE(arguments[1].front(), '[');
+    EXPECT_EQ(withoutGuard(arguments[1]), "[a,b]");
+    EXPECT_EQ(withoutGuard("plain"), "plain");
+}
+
 TEST(Arguments, BehindTwoDashesNothingIsAnOption) {
     EXPECT_THAT(parsed({"--", "--token="}), ElementsAre("--token=", "--"));
 }

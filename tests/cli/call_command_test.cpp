@@ -19,7 +19,7 @@ using testing::StartsWith;
 
 class CallCommandTest : public testing::Test {
   protected:
-    Run call(std::vector<std::string> arguments, RunSettings settings = {}) {
+    Outcome call(std::vector<std::string> arguments, RunSettings settings = {}) {
         arguments.insert(arguments.begin(), {"call", "--json"});
         settings.environment.insert({{"QUILLBOX_HOST", server_.url()}, {"QUILLBOX_TOKEN", "secret-token"}});
         return run(std::move(arguments), std::move(settings));

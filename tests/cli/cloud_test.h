@@ -43,11 +43,11 @@ class CloudTest : public testing::Test {
         return all;
     }
     /// A run with JSON output, signed in.
-    Run json(std::vector<std::string> arguments) const {
+    Outcome json(std::vector<std::string> arguments) const {
         arguments.push_back("--json");
         return run(std::move(arguments), signedIn());
     }
-    Run text(std::vector<std::string> arguments) const { return run(std::move(arguments), signedIn()); }
+    Outcome text(std::vector<std::string> arguments) const { return run(std::move(arguments), signedIn()); }
 
     std::filesystem::path make(const std::string& name, std::string_view content) const {
         const auto file = home_ / name;

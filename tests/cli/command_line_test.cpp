@@ -21,14 +21,14 @@ using testing::StartsWith;
 /// The program against a server that answers everything with one record.
 class CommandLineTest : public testing::Test {
   protected:
-    Run call(std::vector<std::string> arguments, RunSettings settings = {}) {
+    Outcome call(std::vector<std::string> arguments, RunSettings settings = {}) {
         return run(std::move(arguments), std::move(settings));
     }
-    void expectUnusable(const Run& run, const std::string& why) const {
-        EXPECT_EQ(run.status, 2);
-        EXPECT_THAT(run.output, IsEmpty());
-        EXPECT_THAT(run.error, HasSubstr(why));
-        EXPECT_EQ(std::count(run.error.begin(), run.error.end(), '\n'), 1) << run.error;
+    void expectUnusable(const Outcome& result, const std::string& why) const {
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.output, IsEmpty());
+        EXPECT_THAT(result.error, HasSubstr(why));
+        EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1) << result.error;
         EXPECT_EQ(server_.requestCount(), 0U);
     }
     std::optional<std::string> sentHeader(const std::string& name) const {

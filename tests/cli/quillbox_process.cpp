@@ -162,7 +162,7 @@ std::vector<std::string> QuillboxProcess::lines() {
     return lines;
 }
 
-Run run(std::vector<std::string> arguments, RunSettings settings) {
+Outcome run(std::vector<std::string> arguments, RunSettings settings) {
     QuillboxProcess process(std::move(arguments), std::move(settings));
     const int status = process.wait();
     return {status, process.lines(), process.output(), process.error()};

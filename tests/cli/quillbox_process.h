@@ -71,7 +71,7 @@ class QuillboxProcess {
     Captured error_;
 };
 
-struct Run {
+struct Outcome {
     int status = -1;
     std::vector<std::string> lines;
     std::string output;
@@ -79,6 +79,6 @@ struct Run {
 };
 
 /// Runs quillbox to its end.
-Run run(std::vector<std::string> arguments, RunSettings settings = {});
+Outcome run(std::vector<std::string> arguments, RunSettings settings = {});
 
 }  // namespace quillbox_test

@@ -21,9 +21,9 @@ using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
-std::vector<std::string> finalEvents(const Run& run) {
+std::vector<std::string> finalEvents(const Outcome& result) {
     std::vector<std::string> events;
-    for (const auto& line : run.lines)
+    for (const auto& line : result.lines)
         if (line.find("\"event\":\"onSuccess\"") != std::string::npos ||
             line.find("\"event\":\"onFailure\"") != std::string::npos)
             events.push_back(line);
@@ -42,14 +42,14 @@ class UploadToCloudTest : public CloudTest {};
 
 TEST_F(UploadToCloudTest, AFileGoesUpAndTellsItsEvents) {
     make("a.txt", "hello");
-    const auto run = json({"upload", "a.txt"});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_THAT(run.error, IsEmpty());
+    const auto result = json({"upload", "a.txt"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.error, IsEmpty());
     EXPECT_THAT(
-        run.lines,
+        result.lines,
         Contains(R"({"event":"onItemFinish","file":"a.txt","subHash":"10","index":0,"isSuccess":true})"));
-    EXPECT_THAT(run.lines, Contains(R"({"event":"onProgress","file":"a.txt","bytes":5,"total":0})"));
-    EXPECT_EQ(run.lines.back(), success("a.txt"));
+    EXPECT_THAT(result.lines, Contains(R"({"event":"onProgress","file":"a.txt","bytes":5,"total":0})"));
+    EXPECT_EQ(result.lines.back(), success("a.txt"));
     EXPECT_EQ(json({"download", "--file-id", idOf("a.txt"), "--to", "back"}).status, 0);
     EXPECT_EQ(contentOf(home_ / "back"), "hello");
 }
@@ -74,9 +74,9 @@ TEST_F(UploadToCloudTest, AFolderIsMirroredWithAllThatItHolds) {
     make("tree/b", "b");
     make("tree/a/deep/x", "x");
     fs::create_directories(home_ / "tree/empty");
-    const auto run = json({"upload", "tree"});
-    EXPECT_EQ(run.status, 0) << run.error;
-    EXPECT_THAT(finalEvents(run), ElementsAre(success("tree/a/deep/x"), success("tree/b")));
+    const auto result = json({"upload", "tree"});
+    EXPECT_EQ(result.status, 0) << result.error;
+    EXPECT_THAT(finalEvents(result), ElementsAre(success("tree/a/deep/x"), success("tree/b")));
     const auto tree = idOf("tree");
     EXPECT_NE(idOf("empty", tree), "");
     EXPECT_NE(idOf("x", idOf("deep", idOf("a", tree))), "");
@@ -113,10 +113,10 @@ TEST_F(UploadToCloudTest, NamesOfManyKindsGoUp) {
          {"new\nline", "\"quotes\" and \\", "中文 😀.pdf", "[a,b]", "--json", " ", "#?%20"})
         make("odd/" + name, name);
     make("odd/" + longest, "long");
-    const auto run = json({"upload", "odd", "[a,b]"});
-    EXPECT_THAT(run.error, HasSubstr("[a,b]: No such file"));
-    EXPECT_THAT(finalEvents(run), SizeIs(9));
-    EXPECT_THAT(run.lines, Contains(success("odd/new\\u000aline")));
+    const auto result = json({"upload", "odd", "[a,b]"});
+    EXPECT_THAT(result.error, HasSubstr("[a,b]: No such file"));
+    EXPECT_THAT(finalEvents(result), SizeIs(9));
+    EXPECT_THAT(result.lines, Contains(success("odd/new\\u000aline")));
     EXPECT_EQ(json({"verify", "odd", "--parent", "root"}).status, 0);
     const auto again = text({"upload", "odd"});
     EXPECT_THAT(again.output, HasSubstr("odd/new\\nline"));
@@ -126,10 +126,10 @@ TEST_F(UploadToCloudTest, NamesOfManyKindsGoUp) {
 TEST_F(UploadToCloudTest, ANameThatIsNoUtf8FailsAlone) {
     make("odd/\xff\xfe", "x");
     make("odd/ok", "x");
-    const auto run = json({"upload", "odd"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(finalEvents(run), ElementsAre(success("odd/ok"), failure("odd/\uFFFD\uFFFD")));
-    EXPECT_THAT(run.error, HasSubstr("UTF-8"));
+    const auto result = json({"upload", "odd"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(finalEvents(result), ElementsAre(success("odd/ok"), failure("odd/\uFFFD\uFFFD")));
+    EXPECT_THAT(result.error, HasSubstr("UTF-8"));
 }
 
 TEST_F(UploadToCloudTest, WhatIsNoFileFailsAndIsCountedAndNothingIsWaitedFor) {
@@ -138,15 +138,15 @@ TEST_F(UploadToCloudTest, WhatIsNoFileFailsAndIsCountedAndNothingIsWaitedFor) {
     fs::create_symlink("nowhere", home_ / "odd/dangling");
     fs::create_symlink("self", home_ / "odd/self");
     fs::create_symlink(".", home_ / "odd/round");
-    const auto run = json({"upload", "odd", "missing", "/dev/null"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(finalEvents(run), ElementsAre(failure("odd/dangling"), failure("odd/fifo"), success("odd/ok"),
-                                              failure("odd/round"), failure("odd/self"), failure("missing"),
-                                              failure("/dev/null")));
-    EXPECT_THAT(run.error, AllOf(HasSubstr("odd/fifo: no regular file\n"),
-                                 HasSubstr("odd/dangling: No such file or directory\n"),
-                                 HasSubstr("odd/round: it leads back to a folder above it\n")));
-    EXPECT_EQ(std::count(run.error.begin(), run.error.end(), '\n'), 6) << run.error;
+    const auto result = json({"upload", "odd", "missing", "/dev/null"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(finalEvents(result), ElementsAre(failure("odd/dangling"), failure("odd/fifo"),
+                                                 success("odd/ok"), failure("odd/round"), failure("odd/self"),
+                                                 failure("missing"), failure("/dev/null")));
+    EXPECT_THAT(result.error, AllOf(HasSubstr("odd/fifo: no regular file\n"),
+                                    HasSubstr("odd/dangling: No such file or directory\n"),
+                                    HasSubstr("odd/round: it leads back to a folder above it\n")));
+    EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 6) << result.error;
 }
 
 TEST_F(UploadToCloudTest, WhatMayNotBeReadFails) {
@@ -157,42 +157,42 @@ TEST_F(UploadToCloudTest, WhatMayNotBeReadFails) {
     fs::permissions(home_ / "odd/locked", fs::perms::none);
     auto settings = signedIn();
     settings.withoutRootRights = true;
-    const auto run = quillbox_test::run({"upload", "odd", "--json"}, settings);
+    const auto result = quillbox_test::run({"upload", "odd", "--json"}, settings);
     fs::permissions(home_ / "odd/locked", fs::perms::owner_all);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(finalEvents(run),
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(finalEvents(result),
                 ElementsAre(failure("odd/locked"), success("odd/ok"), failure("odd/secret")));
-    EXPECT_THAT(run.error, AllOf(HasSubstr("odd/locked: the folder cannot be read: Permission denied\n"),
-                                 HasSubstr("odd/secret: Permission denied\n")));
+    EXPECT_THAT(result.error, AllOf(HasSubstr("odd/locked: the folder cannot be read: Permission denied\n"),
+                                    HasSubstr("odd/secret: Permission denied\n")));
 }
 
 TEST_F(UploadToCloudTest, AWrongTokenFailsWithItsCause) {
     make("a", "a");
-    const auto run = json({"upload", "a", "--token", "wrong-token"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(finalEvents(run), ElementsAre(failure("a")));
-    EXPECT_THAT(run.error, StartsWith("a: the service refused to create it: "));
-    EXPECT_THAT(run.error + run.output, Not(HasSubstr("wrong-token")));
+    const auto result = json({"upload", "a", "--token", "wrong-token"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(finalEvents(result), ElementsAre(failure("a")));
+    EXPECT_THAT(result.error, StartsWith("a: the service refused to create it: "));
+    EXPECT_THAT(result.error + result.output, Not(HasSubstr("wrong-token")));
 }
 
 TEST_F(UploadToCloudTest, AServiceThatIsGoneFailsWithItsCause) {
     make("a", "a");
     service_.kill();
-    const auto run = json({"upload", "a"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(finalEvents(run), ElementsAre(failure("a")));
-    EXPECT_THAT(run.error, StartsWith("a: the service did not answer the request to create it: "));
+    const auto result = json({"upload", "a"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(finalEvents(result), ElementsAre(failure("a")));
+    EXPECT_THAT(result.error, StartsWith("a: the service did not answer the request to create it: "));
 }
 
 TEST_F(UploadToCloudTest, ForPeopleThereIsALineForEachFileAndASummary) {
     make("tree/a", "hello");
-    const auto run = text({"upload", "tree", "missing"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.output, "ok    tree/a  5 B\n");
-    EXPECT_THAT(run.error, HasSubstr("missing: No such file or directory\n"));
-    EXPECT_THAT(run.error, HasSubstr("1 file sent (5 B in 0:00, "));
-    EXPECT_THAT(run.error, HasSubstr(", 1 failed\n"));
-    EXPECT_THAT(run.output + run.error, Not(HasSubstr("\x1b")));
+    const auto result = text({"upload", "tree", "missing"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "ok    tree/a  5 B\n");
+    EXPECT_THAT(result.error, HasSubstr("missing: No such file or directory\n"));
+    EXPECT_THAT(result.error, HasSubstr("1 file sent (5 B in 0:00, "));
+    EXPECT_THAT(result.error, HasSubstr(", 1 failed\n"));
+    EXPECT_THAT(result.output + result.error, Not(HasSubstr("\x1b")));
 }
 
 /// Uploads to a server that does what the test says.
@@ -226,7 +226,7 @@ class UploadTest : public testing::Test {
         arguments.insert(arguments.end(), {"--json", "--host", server_.url(), "--token", "secret-token"});
         return arguments;
     }
-    Run upload(std::vector<std::string> arguments) const { return run(line(std::move(arguments))); }
+    Outcome upload(std::vector<std::string> arguments) const { return run(line(std::move(arguments))); }
     std::string targets() const {
         std::string all;
         for (const auto& request : server_.requests())
@@ -259,10 +259,10 @@ TEST_F(UploadTest, ARefusedCreateIsToldWithCodeAndMessage) {
         exchange.answer(507, R"({"code":507,"msg":"quota of secret-token exceeded"})");
     };
     const auto a = file("a");
-    const auto run = upload({a});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(run.lines, ElementsAre(failure(a)));
-    EXPECT_EQ(run.error, a + ": the service refused to create it: 507 quota of *** exceeded\n");
+    const auto result = upload({a});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.lines, ElementsAre(failure(a)));
+    EXPECT_EQ(result.error, a + ": the service refused to create it: 507 quota of *** exceeded\n");
 }
 
 TEST_F(UploadTest, ACreateAnsweredWithACodeIsARefusal) {
@@ -283,11 +283,11 @@ TEST_F(UploadTest, ARefusedCompleteIsTold) {
 TEST_F(UploadTest, APartWhoseConnectionBreaksIsTold) {
     handler_ = [this](Exchange& exchange) { isPart(exchange) ? exchange.reset() : serve(exchange); };
     const auto a = file("a");
-    const auto run = upload({a});
-    EXPECT_THAT(run.lines, Contains(R"({"event":"onItemFinish","file":")" + a +
-                                    R"(","subHash":"10","index":0,"isSuccess":false})"));
-    EXPECT_EQ(run.lines.back(), failure(a));
-    EXPECT_THAT(run.error, StartsWith(a + ": a part could not be sent: "));
+    const auto result = upload({a});
+    EXPECT_THAT(result.lines, Contains(R"({"event":"onItemFinish","file":")" + a +
+                                       R"(","subHash":"10","index":0,"isSuccess":false})"));
+    EXPECT_EQ(result.lines.back(), failure(a));
+    EXPECT_THAT(result.error, StartsWith(a + ": a part could not be sent: "));
 }
 
 TEST_F(UploadTest, ARefusedFolderFailsWithAllThatItHolds) {
@@ -295,12 +295,12 @@ TEST_F(UploadTest, ARefusedFolderFailsWithAllThatItHolds) {
     fs::create_directories(folder_ / "tree/inner");
     const auto a = file("tree/inner/a");
     const auto tree = (folder_ / "tree").string();
-    const auto run = upload({tree});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(run.lines,
+    const auto result = upload({tree});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.lines,
                 ElementsAre(R"({"event":"onFailure","file":")" + tree + R"(","code":403,"message":"no"})",
                             R"({"event":"onFailure","file":")" + a + R"(","code":403,"message":"no"})"));
-    EXPECT_EQ(run.error,
+    EXPECT_EQ(result.error,
               tree + ": the service refused to make it: 403 no\n" + a + ": its folder could not be made\n");
     EXPECT_EQ(server_.requestCount(), 1U);
 }
@@ -316,20 +316,20 @@ TEST_F(UploadTest, AFailedFileStartsAgainFromTheBeginning) {
         exchange.request.number <= 3 && isComplete(exchange) ? exchange.answer(503, "busy") : serve(exchange);
     };
     const auto a = file("a");
-    const auto run = upload({a, "--retries", "2"});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_THAT(run.error, IsEmpty());
-    EXPECT_THAT(finalEvents(run), ElementsAre(success(a)));
+    const auto result = upload({a, "--retries", "2"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.error, IsEmpty());
+    EXPECT_THAT(finalEvents(result), ElementsAre(success(a)));
     EXPECT_EQ(targets(), "/create /part /complete /create /part /complete ");
 }
 
 TEST_F(UploadTest, AfterTheLastAttemptThereIsOneFailure) {
     handler_ = [](Exchange& exchange) { exchange.answer(503, "busy"); };
     const auto a = file("a");
-    const auto run = upload({a, "--retries", "1"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(run.lines, ElementsAre(failure(a)));
-    EXPECT_EQ(run.error, a + ": the service refused to create it: status 503\n");
+    const auto result = upload({a, "--retries", "1"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.lines, ElementsAre(failure(a)));
+    EXPECT_EQ(result.error, a + ": the service refused to create it: status 503\n");
     EXPECT_EQ(server_.requestCount(), 2U);
 }
 
