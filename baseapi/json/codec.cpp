@@ -84,7 +84,7 @@ std::optional<EncodingError> encode(const RecordCodec& codec, const void* record
     json::Writer writer(text);
     const bool written = writer.writeRecord(codec, record);
     if (written) {
-        writer.finish();
+        writer.flush();
         return std::nullopt;
     }
     text.resize(before);
@@ -106,7 +106,7 @@ std::optional<std::string> writeJSON(const JSONValue& value) {
     std::string text;
     json::Writer writer(text);
     if (!writer.writeJSON(value)) return std::nullopt;
-    writer.finish();
+    writer.flush();
     return text;
 }
 

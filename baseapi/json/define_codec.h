@@ -85,7 +85,9 @@ inline constexpr Presence presenceOf = {
         const auto& value = *static_cast<const Holder*>(holder);
         return value ? &*value : nullptr;
     },
-    std::same_as<Holder, Shared<typename Holder::value_type>> ? sizeof(typename Holder::value_type) : 0,
+    std::same_as<Holder, std::optional<typename Holder::value_type>>,
+    std::same_as<Holder, std::optional<typename Holder::value_type>> ? 0
+                                                                     : sizeof(typename Holder::value_type),
 };
 
 /// Only a value that may be absent can be passed over.
@@ -96,15 +98,15 @@ concept OnlyOptional =
 template <class T>
 Field makeField(std::string_view key, std::size_t offset, const T*) {
     static_assert(!OnlyOptional<T>, "has to be a std::optional");
-    return {'"' + std::string(key) + "\":", offset, &typeOf<T>, nullptr};
+    return {Key(key), offset, &typeOf<T>, nullptr};
 }
 template <class T>
 Field makeField(std::string_view key, std::size_t offset, const std::optional<T>*) {
-    return {'"' + std::string(key) + "\":", offset, &typeOf<T>, &presenceOf<std::optional<T>>};
+    return {Key(key), offset, &typeOf<T>, &presenceOf<std::optional<T>>};
 }
 template <class T>
 Field makeField(std::string_view key, std::size_t offset, const Shared<T>*) {
-    return {'"' + std::string(key) + "\":", offset, &typeOf<T>, &presenceOf<Shared<T>>};
+    return {Key(key), offset, &typeOf<T>, &presenceOf<Shared<T>>};
 }
 
 template <Record T>

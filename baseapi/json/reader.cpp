@@ -30,6 +30,11 @@ std::string_view tokenOf(simdjson::ondemand::value& value) {
     return token;
 }
 
+/// Whether the value begins with a character, which tells its type.
+bool leads(simdjson::ondemand::value& value, char byte) {
+    return *value.raw_json_token().data() == byte;
+}
+
 bool atEnd(simdjson::ondemand::document& document) {
     return document.current_location().error() == simdjson::OUT_OF_BOUNDS;
 }
@@ -149,61 +154,55 @@ bool Reader::onlyElement(Parser& parser, const std::string& text, Read read) {
 // ---- records
 
 bool Reader::readRecord(const RecordCodec& codec, Value& value, void* record) {
-    Seen seen;
-    std::size_t expected = 0;
+    RecordCodec::FieldSet seen;
+    std::size_t previous = RecordCodec::notFound;
     const auto readMember = [&](Member& member) {
-        const char* raw = member.key().raw();
-        std::size_t index = expected;
-        if (index >= codec.fields.size() || !codec.fields[index].matches(raw)) {
+        std::size_t index = codec.followerOf(previous);
+        if (index == RecordCodec::notFound || !codec.fields[index].key.matches(member.key().raw())) {
             std::string_view key;
             if (!keyOf(member, key)) return false;
             index = codec.find(key);
             if (index == RecordCodec::notFound) return skip(member.value()) || inside(key);
+            codec.setFollower(previous, index);
         }
         const Field& field = codec.fields[index];
         void* place = static_cast<char*>(record) + field.offset;
-        if (!readField(codec, field, seen[index], member.value(), place)) return inside(field.key());
+        if (!readField(codec, field, seen[index], member.value(), place)) return inside(field.key.name());
         seen.set(index);
-        expected = index + 1;
+        previous = index;
         return true;
     };
     if (!forEachMember(value, codec.name, readMember)) return false;
-    return mode_ == DecodingMode::overlay || codec.lenient || checkMissing(codec, seen);
+    return mode_ == DecodingMode::overlay || (codec.required & ~seen).none() || missing(codec, seen);
 }
 
-bool Reader::checkMissing(const RecordCodec& codec, const Seen& seen) {
-    for (std::size_t index = 0; index < codec.fields.size(); ++index) {
-        const Field& field = codec.fields[index];
-        if (seen[index] || field.presence || field.type->kind == Kind::lenientInt64) continue;
-        error = {DecodingError::Kind::keyNotFound, std::string(field.key()), "",
-                 std::string(codec.name) + " cannot be without it"};
-        return false;
-    }
-    return true;
+bool Reader::missing(const RecordCodec& codec, const RecordCodec::FieldSet& seen) {
+    std::size_t index = 0;
+    while (!codec.required[index] || seen[index]) ++index;
+    error = {DecodingError::Kind::keyNotFound, std::string(codec.fields[index].key.name()), "",
+             std::string(codec.name) + " cannot be without it"};
+    return false;
 }
 
 bool Reader::readField(const RecordCodec& codec, const Field& field, bool again, Value& value, void* place) {
     if (field.presence) return readOptional(field, value, place);
-    bool null = false;
-    if (!takeNull(value, null)) return false;
-    if (null) return setNull(*field.type, codec.lenient, place);
+    if (leads(value, 'n')) return takeNull(value) && setNull(*field.type, codec.lenient, place);
     // A key that comes twice counts the last time, with nothing left of the first.
     if (again && field.type->kind == Kind::record) field.type->record().reset(place);
     return readValue(*field.type, value, place);
 }
 
 bool Reader::readOptional(const Field& field, Value& value, void* holder) {
-    json_type type{};
-    if (!typeOfValue(value, type)) return false;
-    bool absent = false;
-    if (!takeNull(value, absent)) return false;
-    if (absent) {
+    if (leads(value, 'n')) {
         field.presence->reset(holder);
-        return true;
+        return takeNull(value);
     }
     switch (field.type->kind) {
+        case Kind::string:  // by far the most frequent
+            if (field.presence->inPlace) return readText(value, as<std::optional<std::string>>(holder));
+            break;
         case Kind::flatMap:
-            if (type == json_type::object) break;
+            if (leads(value, '{')) break;
             field.presence->reset(holder);
             return skip(value);
         case Kind::embeddedMap:
@@ -212,7 +211,8 @@ bool Reader::readOptional(const Field& field, Value& value, void* holder) {
         default:
             break;
     }
-    return charge(field.presence->heapSize) && readValue(*field.type, value, field.presence->engage(holder));
+    if (field.presence->heapSize > 0 && !charge(field.presence->heapSize)) return false;
+    return readValue(*field.type, value, field.presence->engage(holder));
 }
 
 bool Reader::readEmbedded(const Field& field, Value& value, void* holder) {
@@ -268,30 +268,36 @@ bool Reader::readValue(const Type& type, Value& value, void* place) {
     return false;
 }
 
-bool Reader::readString(Value& value, std::string& out) {
+bool Reader::takeText(Value& value, std::string_view& text) {
     const std::string_view token = tokenOf(value);
     if (token.empty() || token.front() != '"') return mismatch("string", value);
     // The parser has seen to it that the token ends with the string's own closing quote.
-    std::string_view text = token.substr(1, token.size() - 2);
+    text = token.substr(1, token.size() - 2);
     if (isPlain(text)) {
         simdjson::ondemand::raw_json_string consumed;
-        if (const auto code = value.get_raw_json_string().get(consumed)) return corrupted(code);
-    } else {
-        if (const auto code = value.get_string().get(text)) return corrupted(code);
-        if (!simdjson::validate_utf8(text.data(), text.size())) return corrupted("half a surrogate pair");
+        return value.get_raw_json_string().get(consumed) == simdjson::SUCCESS;
     }
+    if (const auto code = value.get_string().get(text)) return corrupted(code);
+    return simdjson::validate_utf8(text.data(), text.size()) || corrupted("half a surrogate pair");
+}
+
+bool Reader::readText(Value& value, std::optional<std::string>& out) {
+    std::string_view text;
+    if (!takeText(value, text)) return false;
+    out.emplace(text);
+    return true;
+}
+
+bool Reader::readString(Value& value, std::string& out) {
+    std::string_view text;
+    if (!takeText(value, text)) return false;
     out.assign(text);
     return true;
 }
 
 bool Reader::readInt64(Value& value, std::int64_t& out) {
-    json_type type{};
-    if (!typeOfValue(value, type)) return false;
-    if (type != json_type::number) return mismatch("int64", value);
-    if (!value.get_int64().get(out)) return true;
-    const std::string_view token = tokenOf(value);
-    if (!isNumber(token)) return corrupted(simdjson::NUMBER_ERROR);
-    const auto exact = exactInteger(token);
+    if (value.get_int64().get(out) == simdjson::SUCCESS) return true;
+    const auto exact = exactInteger(tokenOf(value));
     if (!exact) return mismatch("int64", value);
     out = *exact;
     return true;
@@ -309,22 +315,15 @@ bool Reader::readUint32(Value& value, std::uint32_t& out) {
 }
 
 bool Reader::readReal(Value& value, double& out) {
-    json_type type{};
-    if (!typeOfValue(value, type)) return false;
-    if (type != json_type::number) return mismatch("double", value);
     double read = 0;
-    const bool failed = value.get_double().get(read) != simdjson::SUCCESS;
-    if (failed && !isNumber(tokenOf(value))) return corrupted(simdjson::NUMBER_ERROR);
-    if (failed || !std::isfinite(read)) return mismatch("double", value);
+    const bool good = value.get_double().get(read) == simdjson::SUCCESS && std::isfinite(read);
+    if (!good) return mismatch("double", value);
     out = read;
     return true;
 }
 
 bool Reader::readBoolean(Value& value, bool& out) {
-    json_type type{};
-    if (!typeOfValue(value, type)) return false;
-    if (type != json_type::boolean) return mismatch("bool", value);
-    return !value.get_bool().get(out) || corrupted("neither true nor false");
+    return value.get_bool().get(out) == simdjson::SUCCESS || mismatch("bool", value);
 }
 
 bool Reader::readLenientInt64(Value& value, std::int64_t& out) {
@@ -423,7 +422,7 @@ bool Reader::readJSON(Value& value, JSONValue& out) {
             return readMap(value, out.value.emplace<JSONValue::Map>());
         case json_type::null:
             out.value = nullptr;
-            return takeNull(value, fits);
+            return takeNull(value);
     }
     return false;
 }
@@ -468,18 +467,13 @@ bool Reader::skip(Value& value) {
     std::string_view text;
     switch (type) {
         case json_type::string:
-            if (isPlain(tokenOf(value))) {
-                simdjson::ondemand::raw_json_string consumed;
-                return !value.get_raw_json_string().get(consumed);
-            }
-            if (const auto code = value.get_string().get(text)) return corrupted(code);
-            return simdjson::validate_utf8(text.data(), text.size()) || corrupted("half a surrogate pair");
+            return takeText(value, text);
         case json_type::number:
             return isNumber(tokenOf(value)) || corrupted(simdjson::NUMBER_ERROR);
         case json_type::boolean:
-            return readBoolean(value, ignored);
+            return !value.get_bool().get(ignored) || corrupted("neither true nor false");
         case json_type::null:
-            return takeNull(value, ignored);
+            return takeNull(value);
         case json_type::array:
             return forEachElement(value, "array", [&](std::size_t, Value& element) { return skip(element); });
         case json_type::object:
@@ -522,9 +516,10 @@ bool Reader::forEachElement(Value& value, std::string_view expected, Visit visit
 
 bool Reader::keyOf(Member& member, std::string_view& key) {
     const char* raw = member.key().raw();
-    const std::size_t length = std::strcspn(raw, "\"\\");
-    key = {raw, length};
-    if (raw[length] == '"') return true;
+    const char* end = raw;
+    while (*end != '"' && *end != '\\') ++end;
+    key = {raw, static_cast<std::size_t>(end - raw)};
+    if (*end == '"') return true;
     if (const auto code = member.unescaped_key().get(key)) return corrupted(code);
     return simdjson::validate_utf8(key.data(), key.size()) || corrupted("half a surrogate pair in a key");
 }
@@ -534,9 +529,9 @@ bool Reader::typeOfValue(Value& value, json_type& type) {
     return code == simdjson::SUCCESS || corrupted(code);
 }
 
-bool Reader::takeNull(Value& value, bool& null) {
-    const auto code = value.is_null().get(null);
-    return code == simdjson::SUCCESS || corrupted("not null, but begins like it");
+bool Reader::takeNull(Value& value) {
+    bool null = false;
+    return value.is_null().get(null) == simdjson::SUCCESS || corrupted("not null, but begins like it");
 }
 
 bool Reader::setNull(const Type& type, bool lenient, void* place) {
@@ -554,19 +549,6 @@ bool Reader::setNull(const Type& type, bool lenient, void* place) {
 
 // ---- limits and failures
 
-bool Reader::enter() {
-    if (++depth_ <= maxDepth) return true;
-    return corrupted("nested deeper than " + std::to_string(maxDepth) + " levels");
-}
-
-bool Reader::charge(std::size_t bytes) {
-    if (bytes <= budget_) {
-        budget_ -= bytes;
-        return true;
-    }
-    return corrupted("the record would take far more memory than its text");
-}
-
 bool Reader::corrupted(std::string detail) {
     error = {DecodingError::Kind::dataCorrupted, "", "", std::move(detail)};
     return false;
@@ -577,8 +559,8 @@ bool Reader::corrupted(simdjson::error_code code) {
 }
 
 bool Reader::mismatch(std::string_view expected, Value& value) {
-    json_type type{};
-    return typeOfValue(value, type) && mismatch(expected, describe(value));
+    // Where the value is broken rather than of another type, the check of the whole text will say so.
+    return mismatch(expected, describe(value));
 }
 
 bool Reader::mismatch(std::string_view expected, std::string detail) {

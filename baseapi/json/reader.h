@@ -2,7 +2,6 @@
 
 #include <simdjson.h>
 
-#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -34,7 +33,6 @@ class Reader {
   private:
     using Value = simdjson::ondemand::value;
     using Member = simdjson::ondemand::field;
-    using Seen = std::bitset<RecordCodec::maxFields>;
 
     template <class Read>
     bool onlyValue(Parser& parser, std::string& text, Read read);
@@ -46,10 +44,13 @@ class Reader {
     bool readOptional(const Field& field, Value& value, void* holder);
     bool readEmbedded(const Field& field, Value& value, void* holder);
     bool setNull(const Type& type, bool lenient, void* place);
-    bool checkMissing(const RecordCodec& codec, const Seen& seen);
+    bool missing(const RecordCodec& codec, const RecordCodec::FieldSet& seen);
 
     bool readValue(const Type& type, Value& value, void* place);
+    /// The text is good until the next one is taken.
+    bool takeText(Value& value, std::string_view& text);
     bool readString(Value& value, std::string& out);
+    bool readText(Value& value, std::optional<std::string>& out);
     bool readInt64(Value& value, std::int64_t& out);
     bool readUint32(Value& value, std::uint32_t& out);
     bool readReal(Value& value, double& out);
@@ -72,10 +73,18 @@ class Reader {
     bool forEachElement(Value& value, std::string_view expected, Visit visit);
     bool keyOf(Member& member, std::string_view& key);
     bool typeOfValue(Value& value, simdjson::ondemand::json_type& type);
-    bool takeNull(Value& value, bool& null);
+    bool takeNull(Value& value);
 
-    bool enter();
-    bool charge(std::size_t bytes);
+    bool enter() {
+        return ++depth_ <= maxDepth ||
+               corrupted("nested deeper than " + std::to_string(maxDepth) + " levels");
+    }
+    /// Takes what a value needs from what this text may have.
+    bool charge(std::size_t bytes) {
+        if (bytes > budget_) return corrupted("the record would take far more memory than its text");
+        budget_ -= bytes;
+        return true;
+    }
     bool corrupted(std::string detail);
     bool corrupted(simdjson::error_code code);
     bool mismatch(std::string_view expected, Value& value);

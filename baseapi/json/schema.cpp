@@ -1,5 +1,6 @@
 #include "baseapi/json/schema.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "baseapi/json/codec.h"
@@ -7,23 +8,39 @@
 
 namespace baseapi {
 
+json::Key::Key(std::string_view name) : length_(name.size() + 3) {
+    if (name.size() > longest) fatalStop("too long a key in a record");
+    text_[0] = '"';
+    name.copy(text_.data() + 1, name.size());
+    text_[name.size() + 1] = '"';
+    text_[name.size() + 2] = ':';
+    const std::size_t compared = name.size() + 1;  // the closing quote is part of the match
+    wholeWords_ = compared / 8;
+    const std::array<char, 8> all{'\xFF', '\xFF', '\xFF', '\xFF', '\xFF', '\xFF', '\xFF', '\xFF'};
+    std::array<char, 8> mask{};
+    std::copy_n(all.begin(), compared % 8, mask.begin());
+    lastWord_ = load(mask.data());
+}
+
 RecordCodec::RecordCodec(std::string_view recordName, bool takesMissingKeys, void (*resetRecord)(void*),
                          std::vector<json::Field> recordFields)
-    : name(recordName), lenient(takesMissingKeys), reset(resetRecord), fields(std::move(recordFields)) {
+    : name(recordName), reset(resetRecord), fields(std::move(recordFields)), lenient(takesMissingKeys) {
     if (fields.size() > maxFields) fatalStop("too many fields in a record");
     slots_.fill(static_cast<std::uint8_t>(notFound));
     for (std::size_t index = 0; index < fields.size(); ++index) {
-        if (fields[index].quotedKey.size() > longestKey) fatalStop("too long a key in a record");
-        std::size_t slot = hash(fields[index].key());
+        std::size_t slot = hash(fields[index].key.name());
         while (slots_[slot % slots_.size()] != notFound) ++slot;
         slots_[slot % slots_.size()] = static_cast<std::uint8_t>(index);
+        required[index] = !lenient && fields[index].mustBeThere();
+        setFollower(index, index + 1 < fields.size() ? index + 1 : notFound);
     }
+    setFollower(notFound, fields.empty() ? notFound : 0);
 }
 
 std::size_t RecordCodec::find(std::string_view key) const {
     for (std::size_t slot = hash(key);; ++slot) {
         const std::size_t index = slots_[slot % slots_.size()];
-        if (index == notFound || fields[index].key() == key) return index;
+        if (index == notFound || fields[index].key.name() == key) return index;
     }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <atomic>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -62,24 +64,63 @@ struct Presence {
     void (*reset)(void* holder);
     /// The value, or null where it is absent.
     const void* (*peek)(const void* holder);
+    /// Whether the holder is a `std::optional`.
+    bool inPlace;
     /// What a value costs beyond the record itself.
     std::size_t heapSize;
 };
 
+/// A key as it stands in a text, ready to be compared and copied word by word.
+class Key {
+  public:
+    /// Shorter than the room that the parser needs behind a text.
+    static constexpr std::size_t longest = 48;
+
+    explicit Key(std::string_view name);
+
+    std::string_view name() const { return {text_.data() + 1, length_ - 3}; }
+    /// Copies the key in quotes, with its colon; gives the place behind it. Needs `room`.
+    char* copyTo(char* target) const {
+        constexpr std::size_t word = 16;
+        for (std::size_t done = 0; done < length_; done += word) {
+            std::memcpy(target + done, text_.data() + done, word);
+        }
+        return target + length_;
+    }
+    static constexpr std::size_t room = longest + 32;
+
+    /// Whether `raw`, the text behind the opening quote of a key, is this key. Looks at no more than 8 bytes
+    /// behind the key's own length.
+    bool matches(const char* raw) const {
+        const char* own = text_.data() + 1;
+        for (std::size_t word = 0; word < wholeWords_; ++word, raw += 8, own += 8) {
+            if (load(raw) != load(own)) return false;
+        }
+        return ((load(raw) ^ load(own)) & lastWord_) == 0;
+    }
+
+  private:
+    static std::uint64_t load(const char* bytes) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes, sizeof(word));
+        return word;
+    }
+
+    std::array<char, room> text_{};
+    std::size_t length_;
+    /// What `matches` compares: so many words, and of the one behind them the bytes in the mask.
+    std::size_t wholeWords_;
+    std::uint64_t lastWord_;
+};
+
 struct Field {
-    /// As it is written: in quotes, with the colon.
-    std::string quotedKey;
+    Key key;
     std::size_t offset;
     const Type* type;
     /// Null for a field that cannot be absent.
     const Presence* presence;
 
-    /// Whether `raw`, the text behind a key's opening quote, is this key. Looks no further behind `raw` than
-    /// the key is long.
-    bool matches(const char* raw) const {
-        return std::memcmp(raw, quotedKey.data() + 1, quotedKey.size() - 2) == 0;
-    }
-    std::string_view key() const { return std::string_view(quotedKey).substr(1, quotedKey.size() - 3); }
+    bool mustBeThere() const { return presence == nullptr && type->kind != Kind::lenientInt64; }
 };
 
 }  // namespace json
@@ -87,9 +128,8 @@ struct Field {
 /// What the reader and the writer know of a record type; made once for each type, on first use.
 struct RecordCodec {
     static constexpr std::size_t maxFields = 128;
-    /// Shorter than the room that the parser needs behind a text.
-    static constexpr std::size_t longestKey = 60;
     static constexpr std::size_t notFound = maxFields;
+    using FieldSet = std::bitset<maxFields>;
 
     RecordCodec(std::string_view recordName, bool takesMissingKeys, void (*resetRecord)(void*),
                 std::vector<json::Field> recordFields);
@@ -97,16 +137,29 @@ struct RecordCodec {
     /// The place of a key in `fields`, or `notFound`.
     std::size_t find(std::string_view key) const;
 
+    /// The place of the field that came after the one at `place` the last time; texts of one service repeat
+    /// themselves. `notFound` stands before the first field.
+    std::size_t followerOf(std::size_t place) const {
+        return followers_[place].load(std::memory_order_relaxed);
+    }
+    void setFollower(std::size_t place, std::size_t follower) const {
+        followers_[place].store(static_cast<std::uint8_t>(follower), std::memory_order_relaxed);
+    }
+
     std::string_view name;
-    bool lenient;
     void (*reset)(void* record);
     std::vector<json::Field> fields;
+    /// Missing keys leave the defaults in place.
+    bool lenient;
+    /// The keys that a strict text has to have.
+    FieldSet required;
 
   private:
     static std::size_t hash(std::string_view key);
 
     /// Open addressing; a free slot holds `notFound`.
     std::array<std::uint8_t, 2 * maxFields> slots_;
+    mutable std::array<std::atomic<std::uint8_t>, maxFields + 1> followers_;
 };
 
 }  // namespace baseapi

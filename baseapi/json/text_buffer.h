@@ -1,6 +1,6 @@
 #pragma once
 
-#include <charconv>
+#include <array>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -8,45 +8,51 @@
 
 namespace baseapi::json {
 
-/// Appends to a string through a bare pointer, so that small pieces cost no more than their bytes. The string
-/// has its right length again after `finish`.
+/// Collects small pieces before they go to the end of a string, so that a piece costs no more than its bytes.
+/// The string is complete after `flush`.
 class TextBuffer {
   public:
-    explicit TextBuffer(std::string& text) : text_(text), at_(text.size()) {}
+    explicit TextBuffer(std::string& text) : text_(text) {}
 
-    /// Room for `count` bytes more; what is written there counts after `advance`.
-    char* room(std::size_t count) {
-        if (text_.size() - at_ < count) grow(count);
-        return text_.data() + at_;
+    /// The place for the next `count` bytes, at most `longest`; they are part of the text after `advance`.
+    char* place(std::size_t count) {
+        if (static_cast<std::size_t>(piece_.data() + piece_.size() - at_) < count) flush();
+        return at_;
     }
-    void advance(std::size_t count) { at_ += count; }
+    void advance(const char* end) { at_ += end - at_; }
+    static constexpr std::size_t longest = 1024;
 
-    void append(std::string_view piece) {
-        std::memcpy(room(piece.size()), piece.data(), piece.size());
-        at_ += piece.size();
-    }
-    void append(char byte) {
-        *room(1) = byte;
+    void put(char byte) {
+        *place(1) = byte;
         ++at_;
     }
-    template <class Number>
-    void appendNumber(Number value) {
-        constexpr std::size_t longest = 32;
-        char* start = room(longest);
-        at_ += static_cast<std::size_t>(std::to_chars(start, start + longest, value).ptr - start);
+    void put(std::string_view piece) {
+        if (piece.size() > longest) {
+            flush();
+            text_.append(piece);
+        } else {
+            std::memcpy(place(piece.size()), piece.data(), piece.size());
+            at_ += piece.size();
+        }
     }
     /// Ends a list whose items each ended in a comma.
     void close(char bracket) {
-        if (text_[at_ - 1] == ',') --at_;
-        append(bracket);
+        if (at_ == piece_.data()) {
+            if (text_.back() == ',') text_.pop_back();
+        } else if (at_[-1] == ',') {
+            --at_;
+        }
+        put(bracket);
     }
-    void finish() { text_.resize(at_); }
+    void flush() {
+        text_.append(piece_.data(), at_);
+        at_ = piece_.data();
+    }
 
   private:
-    void grow(std::size_t count) { text_.resize(std::max(text_.capacity(), 2 * text_.size()) + count); }
-
     std::string& text_;
-    std::size_t at_;
+    std::array<char, 4 * longest> piece_;
+    char* at_ = piece_.data();
 };
 
 }  // namespace baseapi::json

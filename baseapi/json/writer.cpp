@@ -1,14 +1,14 @@
 #include "baseapi/json/writer.h"
 
-#include <simdjson.h>
-
-#include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 
 #include "baseapi/json/base64.h"
+#include "baseapi/json/decimal.h"
 #include "baseapi/json/lenient_int64.h"
 #include "baseapi/json/path.h"
+#include "baseapi/json/utf8.h"
 
 namespace baseapi::json {
 namespace {
@@ -54,14 +54,14 @@ std::string escaped(char byte) {
 
 bool Writer::writeRecord(const RecordCodec& codec, const void* record) {
     if (!enter()) return false;
-    out_.append('{');
+    out_.put('{');
     for (const Field& field : codec.fields) {
         const void* value = static_cast<const char*>(record) + field.offset;
         if (field.presence) value = field.presence->peek(value);
         if (value == nullptr) continue;
-        out_.append(field.quotedKey);
-        if (!writeValue(*field.type, value)) return inside(field.key());
-        out_.append(',');
+        out_.advance(field.key.copyTo(out_.place(Key::room)));
+        if (!writeValue(*field.type, value)) return inside(field.key.name());
+        out_.put(',');
     }
     out_.close('}');
     --depth_;
@@ -73,19 +73,15 @@ bool Writer::writeValue(const Type& type, const void* value) {
         case Kind::string:
             return writeString(as<std::string>(value));
         case Kind::int64:
-            out_.appendNumber(as<std::int64_t>(value));
-            return true;
+            return writeInteger(as<std::int64_t>(value));
         case Kind::uint32:
-            out_.appendNumber(as<std::uint32_t>(value));
-            return true;
+            return writeInteger(as<std::uint32_t>(value));
         case Kind::lenientInt64:
-            out_.appendNumber(as<LenientInt64>(value).value);
-            return true;
+            return writeInteger(as<LenientInt64>(value).value);
         case Kind::real:
             return writeReal(as<double>(value));
         case Kind::boolean:
-            out_.append(as<bool>(value) ? std::string_view("true") : std::string_view("false"));
-            return true;
+            return writeWord(as<bool>(value) ? "true" : "false");
         case Kind::record:
             return writeRecord(type.record(), value);
         case Kind::array:
@@ -106,39 +102,54 @@ bool Writer::writeValue(const Type& type, const void* value) {
     return false;
 }
 
+// ---- scalars
+
+bool Writer::writeWord(std::string_view word) {
+    out_.put(word);
+    return true;
+}
+
+template <class Integer>
+bool Writer::writeInteger(Integer value) {
+    out_.advance(putDecimal(out_.place(longestDecimal), value));
+    return true;
+}
+
+bool Writer::writeReal(double value) {
+    if (!std::isfinite(value)) return fail("a number that is not finite");
+    constexpr std::size_t longestReal = 32;
+    char* place = out_.place(longestReal);
+    out_.advance(std::to_chars(place, place + longestReal, value).ptr);
+    return true;
+}
+
 bool Writer::writeString(std::string_view text) {
-    char* start = out_.room(text.size() + 2);
-    *start = '"';
-    out_.advance(1);
+    out_.put('"');
     bool ascii = true;
     std::size_t plain = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const auto byte = static_cast<unsigned char>(text[at]);
         ascii &= byte < 0x80;
         if (!needsEscape[byte]) continue;
-        out_.append(text.substr(plain, at - plain));
-        out_.append(escaped(text[at]));
+        out_.put(text.substr(plain, at - plain));
+        out_.put(escaped(text[at]));
         plain = at + 1;
     }
-    out_.append(text.substr(plain));
-    out_.append('"');
-    return ascii || simdjson::validate_utf8(text.data(), text.size()) || fail("text that is not UTF-8");
+    out_.put(text.substr(plain));
+    out_.put('"');
+    return ascii || isValidUTF8(text) || fail("text that is not UTF-8");
 }
 
-bool Writer::writeReal(double value) {
-    if (!std::isfinite(value)) return fail("a number that is not finite");
-    out_.appendNumber(value);
-    return true;
-}
+// ---- containers
 
 bool Writer::writeArray(const Type& type, const void* array) {
     if (!enter()) return false;
-    out_.append('[');
+    out_.put('[');
     const std::size_t count = type.array->size(array);
     const char* element = static_cast<const char*>(type.array->data(array));
     for (std::size_t index = 0; index < count; ++index, element += type.element->size) {
         if (!writeValue(*type.element, element)) return inside(index);
-        out_.append(',');
+        out_.put(',');
     }
     out_.close(']');
     --depth_;
@@ -146,10 +157,10 @@ bool Writer::writeArray(const Type& type, const void* array) {
 }
 
 bool Writer::writeStringMap(const std::map<std::string, std::string>& map) {
-    out_.append('{');
+    out_.put('{');
     for (const auto& [key, value] : map) {
         if (!writeKey(key) || !writeString(value)) return inside(key);
-        out_.append(',');
+        out_.put(',');
     }
     out_.close('}');
     return true;
@@ -157,10 +168,10 @@ bool Writer::writeStringMap(const std::map<std::string, std::string>& map) {
 
 bool Writer::writeMap(const JSONValue::Map& map) {
     if (!enter()) return false;
-    out_.append('{');
+    out_.put('{');
     for (const auto& [key, value] : map) {
         if (!writeKey(key) || !writeJSON(value)) return inside(key);
-        out_.append(',');
+        out_.put(',');
     }
     out_.close('}');
     --depth_;
@@ -168,14 +179,14 @@ bool Writer::writeMap(const JSONValue::Map& map) {
 }
 
 bool Writer::writeFlatMap(const JSONValue::Map& map) {
-    out_.append('{');
+    out_.put('{');
     for (const auto& [key, value] : map) {
         const auto& held = value.value;
         const bool flat = std::holds_alternative<std::string>(held) || std::holds_alternative<bool>(held) ||
                           std::holds_alternative<std::int64_t>(held) || std::holds_alternative<double>(held);
         if (!flat) continue;
         if (!writeKey(key) || !writeJSON(value)) return inside(key);
-        out_.append(',');
+        out_.put(',');
     }
     out_.close('}');
     return true;
@@ -184,20 +195,11 @@ bool Writer::writeFlatMap(const JSONValue::Map& map) {
 bool Writer::writeJSON(const JSONValue& value) {
     struct Visitor {
         Writer& writer;
-        bool operator()(std::nullptr_t) const {
-            writer.out_.append(std::string_view("null"));
-            return true;
-        }
+        bool operator()(std::nullptr_t) const { return writer.writeWord("null"); }
         bool operator()(const std::string& text) const { return writer.writeString(text); }
-        bool operator()(std::int64_t number) const {
-            writer.out_.appendNumber(number);
-            return true;
-        }
+        bool operator()(std::int64_t number) const { return writer.writeInteger(number); }
         bool operator()(double number) const { return writer.writeReal(number); }
-        bool operator()(bool truth) const {
-            writer.out_.append(truth ? std::string_view("true") : std::string_view("false"));
-            return true;
-        }
+        bool operator()(bool truth) const { return writer.writeWord(truth ? "true" : "false"); }
         bool operator()(const JSONValue::Array& array) const { return writer.writeJSONArray(array); }
         bool operator()(const JSONValue::Map& map) const { return writer.writeMap(map); }
         bool operator()(const std::any&) const { return writer.fail("Unsupported type"); }
@@ -207,10 +209,10 @@ bool Writer::writeJSON(const JSONValue& value) {
 
 bool Writer::writeJSONArray(const JSONValue::Array& array) {
     if (!enter()) return false;
-    out_.append('[');
+    out_.put('[');
     for (std::size_t index = 0; index < array.size(); ++index) {
         if (!writeJSON(array[index])) return inside(index);
-        out_.append(',');
+        out_.put(',');
     }
     out_.close(']');
     --depth_;
@@ -225,20 +227,17 @@ bool Writer::writeEmbedded(const Document& document, bool (Writer::*write)(const
         error = std::move(inner.error);
         return false;
     }
-    inner.finish();
+    inner.flush();
     return writeString(toBase64(text));
 }
 
 bool Writer::writeKey(std::string_view key) {
     if (!writeString(key)) return false;
-    out_.append(':');
+    out_.put(':');
     return true;
 }
 
-bool Writer::enter() {
-    if (++depth_ <= maxDepth) return true;
-    return fail("nested deeper than " + std::to_string(maxDepth) + " levels");
-}
+// ---- limits and failures
 
 bool Writer::fail(std::string detail) {
     error = {"", std::move(detail)};

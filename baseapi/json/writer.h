@@ -22,14 +22,17 @@ class Writer {
     bool writeRecord(const RecordCodec& codec, const void* record);
     bool writeJSON(const JSONValue& value);
     /// To be called at the end, after success.
-    void finish() { out_.finish(); }
+    void flush() { out_.flush(); }
 
     EncodingError error;
 
   private:
     bool writeValue(const Type& type, const void* value);
-    bool writeString(std::string_view text);
+    bool writeWord(std::string_view word);
+    template <class Integer>
+    bool writeInteger(Integer value);
     bool writeReal(double value);
+    bool writeString(std::string_view text);
     bool writeArray(const Type& type, const void* array);
     bool writeStringMap(const std::map<std::string, std::string>& map);
     bool writeMap(const JSONValue::Map& map);
@@ -39,7 +42,9 @@ class Writer {
     bool writeEmbedded(const Document& document, bool (Writer::*write)(const Document&));
     bool writeKey(std::string_view key);
 
-    bool enter();
+    bool enter() {
+        return ++depth_ <= maxDepth || fail("nested deeper than " + std::to_string(maxDepth) + " levels");
+    }
     bool fail(std::string detail);
     bool inside(std::string_view key);
     bool inside(std::size_t index);

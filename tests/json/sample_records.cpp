@@ -4,6 +4,7 @@
 
 namespace baseapi {
 
+template const RecordCodec& codecOf<sample::Leaf>();
 template const RecordCodec& codecOf<sample::Tree>();
 template const RecordCodec& codecOf<sample::Page>();
 template const RecordCodec& codecOf<sample::Sparse>();

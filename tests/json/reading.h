@@ -1,0 +1,33 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "tests/json/sample_records.h"
+
+namespace baseapi::sample {
+
+using Kind = DecodingError::Kind;
+
+/// Reads a text that has to be right.
+template <class T>
+T readWell(std::string text, DecodingMode mode = DecodingMode::strict) {
+    T record;
+    const auto error = decode(text, record, mode);
+    EXPECT_FALSE(error) << error->description() << "\n" << text.substr(0, 200);
+    return record;
+}
+
+/// The error of a text that has to be wrong.
+template <class T>
+DecodingError readBadly(std::string text, DecodingMode mode = DecodingMode::strict) {
+    T record;
+    auto error = decode(text, record, mode);
+    EXPECT_TRUE(error) << text.substr(0, 200);
+    return error.value_or(DecodingError{Kind::dataCorrupted, "no error", "", ""});
+}
+
+}  // namespace baseapi::sample
