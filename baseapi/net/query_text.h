@@ -4,30 +4,20 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace baseapi {
 
 /// Joins the parts of a query with "&", in the order they are given. No value is escaped.
 class QueryText {
   public:
-    QueryText& add(std::string_view name, std::string_view value) {
-        if (!text_.empty()) text_ += '&';
-        text_.append(name).append("=").append(value);
-        return *this;
-    }
+    QueryText& add(std::string_view name, std::string_view value);
     QueryText& add(std::string_view name, std::same_as<bool> auto value) {
         return add(name, value ? "true" : "false");
     }
-
     /// Leaves out an absent value; an empty one is sent.
-    QueryText& addIfPresent(std::string_view name, const std::optional<std::string>& value) {
-        return value ? add(name, *value) : *this;
-    }
+    QueryText& addIfPresent(std::string_view name, const std::optional<std::string>& value);
     /// Leaves out an absent value and an empty one.
-    QueryText& addIfFilled(std::string_view name, const std::optional<std::string>& value) {
-        return value && !value->empty() ? add(name, *value) : *this;
-    }
+    QueryText& addIfFilled(std::string_view name, const std::optional<std::string>& value);
 
     const std::string& text() const { return text_; }
 

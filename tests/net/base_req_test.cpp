@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <regex>
 #include <set>
 
 #include "baseapi/net/http_helper.h"
@@ -44,8 +43,8 @@ TEST_F(BaseReqTest, SendsTheFixedHeaders) {
     EXPECT_EQ(received.header("Accept"), "*/*");
     EXPECT_EQ(received.header("User-Agent"), "DSDK");
     EXPECT_EQ(received.header("Authorization"), "token-1");
-    EXPECT_TRUE(std::regex_match(received.header("X-Traceid").value_or(""),
-                                 std::regex("000000000000DSDK[0-9A-F]{16}000000")));
+    EXPECT_THAT(received.header("X-Traceid").value_or(""),
+                testing::MatchesRegex("000000000000DSDK[0-9A-F]{16}000000"));
 }
 
 TEST_F(BaseReqTest, SendsNoHeadersBesideTheFixedOnesAndThoseOfTheTransport) {

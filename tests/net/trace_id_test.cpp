@@ -1,8 +1,7 @@
 #include "baseapi/net/trace_id.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <regex>
 #include <set>
 
 namespace baseapi {
@@ -12,8 +11,7 @@ TEST(TraceId, HasSixteenDigitsOfARandomUUIDBetweenFixedTexts) {
     const auto traceId = makeTraceId();
     EXPECT_EQ(traceId.size(), 38U);
     // The thirteenth digit of a random UUID is its version.
-    EXPECT_TRUE(std::regex_match(traceId, std::regex("000000000000DSDK[0-9A-F]{12}4[0-9A-F]{3}000000")))
-        << traceId;
+    EXPECT_THAT(traceId, testing::MatchesRegex("000000000000DSDK[0-9A-F]{12}4[0-9A-F]{3}000000"));
 }
 
 TEST(TraceId, IsNewEachTime) {
