@@ -80,7 +80,7 @@ class ResumableDownloaderTest : public testing::Test {
     ~ResumableDownloaderTest() override {
         downloader_.reset();
         drainMainQueue();
-        EXPECT_THAT(fs::directory_iterator(test_support::temporaryFolder()), IsEmpty());
+        EXPECT_TRUE(fs::is_empty(test_support::temporaryFolder()));
     }
     ResumableDownloaderTest(const ResumableDownloaderTest&) = delete;
     ResumableDownloaderTest& operator=(const ResumableDownloaderTest&) = delete;
