@@ -5,6 +5,7 @@
 
 #include "baseapi/json/reader.h"
 #include "baseapi/json/schema.h"
+#include "baseapi/json/simdjson_setup.h"
 #include "baseapi/json/writer.h"
 
 namespace baseapi {
@@ -13,7 +14,7 @@ namespace {
 /// One parser a thread, whose memory is used again by the next text.
 class ThreadParser {
   public:
-    ThreadParser() = default;
+    ThreadParser() { json::setUpSimdjson(); }
     ThreadParser(const ThreadParser&) = delete;
     ThreadParser& operator=(const ThreadParser&) = delete;
     /// One huge text must not leave the thread with a huge parser.

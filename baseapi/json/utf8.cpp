@@ -2,9 +2,12 @@
 
 #include <simdjson.h>
 
+#include "baseapi/json/simdjson_setup.h"
+
 namespace baseapi {
 
 bool isValidUTF8(std::string_view bytes) {
+    json::setUpSimdjson();
     return simdjson::validate_utf8(bytes);
 }
 
