@@ -48,7 +48,7 @@ void ResumableDownloader::start(DownloadProgress progress, DownloadCompletion co
     downloadTask_->resume();
 } catch (const std::system_error& error) {
     onMainQueue([self = shared_from_this(), failure = DownloadError{.text = error.what()}] {
-        self->completeTransfer(std::nullopt, failure);
+        self->completeTransfer(nullptr, failure);
     });
 }
 
@@ -85,17 +85,17 @@ std::shared_ptr<HttpTask> ResumableDownloader::makeTask(const AttemptPointer& at
         });
 }
 
-/// The file is kept until the main queue has moved it.
+/// The file is kept until the main queue has moved it; one that is of no use goes before its end is told.
 void ResumableDownloader::taskEnded(const AttemptPointer& attempt, const DownloadAnswer& answer) {
-    std::optional<fs::path> file;
+    auto file = std::exchange(attempt->file, nullptr);
     std::optional<DownloadError> error;
-    if (answer.error)
-        error = {answer.error->kind, answer.error->text, resumeDataOf(attempt->file, answer)};
-    else
-        file = attempt->file->path();
-    onMainQueue([self = shared_from_this(), attempt, file, error] {
+    if (answer.error) {
+        error = {answer.error->kind, answer.error->text, resumeDataOf(file, answer)};
+        file.reset();
+    }
+    onMainQueue([self = shared_from_this(), attempt, file = std::move(file), error]() mutable {
         self->keepResumeData(attempt, error);
-        self->deliverEnd(attempt->completionHandler, file, error);
+        self->deliverEnd(attempt->completionHandler, std::move(file), error);
     });
 }
 
@@ -107,22 +107,23 @@ void ResumableDownloader::keepResumeData(const AttemptPointer& attempt,
     resumeData_ = error ? error->resumeData : std::nullopt;
 }
 
-void ResumableDownloader::completeTransfer(const std::optional<fs::path>& temporaryFile,
+void ResumableDownloader::completeTransfer(std::shared_ptr<const TemporaryFile> temporaryFile,
                                            const std::optional<DownloadError>& error) {
     const auto attempt = currentAttempt();
-    deliverEnd(attempt ? attempt->completionHandler : nullptr, temporaryFile, error);
+    deliverEnd(attempt ? attempt->completionHandler : nullptr, std::move(temporaryFile), error);
 }
 
 void ResumableDownloader::deliverEnd(const DownloadCompletion& handler,
-                                     const std::optional<fs::path>& temporaryFile,
+                                     std::shared_ptr<const TemporaryFile> temporaryFile,
                                      const std::optional<DownloadError>& error) const {
     if (error) {
         logLine("down file error = ", error->text);
         invokeCallback(handler, DownloadResult{DownloadResult::failure{error->text}});
     }
     if (!temporaryFile) return;
-    logLine("===moveTempFile=== ", temporaryFile->native());
-    const auto moveError = move(*temporaryFile);
+    logLine("===moveTempFile=== ", temporaryFile->path().native());
+    const auto moveError = move(temporaryFile->path());
+    temporaryFile.reset();  // nothing is left of it when the host hears of the end
     if (moveError) logLine("move file error = ", *moveError);
     deliverMove(handler, moveError);
 }

@@ -71,24 +71,23 @@ class ResumableDownloader final : public Cancelable,
     void didComplete(const std::optional<DownloadError>& error);
 
     /// What happens on the main queue at the end of a transfer with a completion handler. An error beside a
-    /// file gives the failure, and then the end of the move as well.
-    void completeTransfer(const std::optional<std::filesystem::path>& temporaryFile,
+    /// file gives the failure, and then the end of the move as well. Either may be absent.
+    void completeTransfer(std::shared_ptr<const TemporaryFile> temporaryFile,
                           const std::optional<DownloadError>& error);
 
   private:
-    /// One start, with its handlers.
+    /// One start, with its handlers, and its file while the transfer runs.
     struct Attempt {
         DownloadProgress progressHandler;
         DownloadCompletion completionHandler;
         std::shared_ptr<const TemporaryFile> file;
     };
-    using AttemptPointer = std::shared_ptr<const Attempt>;
+    using AttemptPointer = std::shared_ptr<Attempt>;
 
     std::shared_ptr<HttpTask> makeTask(const AttemptPointer& attempt, std::optional<std::string> validator);
     void taskEnded(const AttemptPointer& attempt, const DownloadAnswer& answer);
     void keepResumeData(const AttemptPointer& attempt, const std::optional<DownloadError>& error);
-    void deliverEnd(const DownloadCompletion& handler,
-                    const std::optional<std::filesystem::path>& temporaryFile,
+    void deliverEnd(const DownloadCompletion& handler, std::shared_ptr<const TemporaryFile> temporaryFile,
                     const std::optional<DownloadError>& error) const;
     std::optional<std::string> move(const std::filesystem::path& temporaryFile) const;
     void deliverMove(const DownloadCompletion& handler, const std::optional<std::string>& moveError) const;

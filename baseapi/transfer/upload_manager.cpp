@@ -39,7 +39,7 @@ void UploadManager::enqueue(const std::shared_ptr<UploadTask>& task) {
         logLine("task execute ", task->description());
         task->execute();
     });
-    task->operation = operation;
+    task->operation = std::weak_ptr<Operation>(operation);
     (queue_ != nullptr ? *queue_ : ThreadPoolUtil::queue()).addOperation(std::move(operation));
 }
 

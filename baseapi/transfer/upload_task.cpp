@@ -83,7 +83,7 @@ void UploadTask::send(ByteBuffer bytes) {
 void UploadTask::cancel() {
     logLine("UploadTask cancel");
     hasCancel = true;
-    if (const auto queued = operation.get()) queued->cancel();
+    if (const auto queued = operation.get().lock()) queued->cancel();
 }
 
 std::string UploadTask::description() const {

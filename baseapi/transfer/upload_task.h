@@ -34,8 +34,8 @@ class UploadTask final : public Cancelable, public std::enable_shared_from_this<
     std::int64_t offset = 0;
     std::int64_t length = 0;
     std::atomic<bool> hasCancel = false;
-    /// The queued block of this task.
-    Guarded<std::shared_ptr<Operation>> operation;
+    /// The queued block of this task; the queue owns it.
+    Guarded<std::weak_ptr<Operation>> operation;
 
     /// Runs the part on the calling thread and returns when it has reported. A file that cannot be opened and
     /// a negative offset are programming errors and end the process.

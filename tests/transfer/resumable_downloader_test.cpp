@@ -4,10 +4,13 @@
 #include <signal.h>
 #include <sys/resource.h>
 
+#include <chrono>
 #include <cmath>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 #include "baseapi/core/main_queue.h"
 #include "tests/support/event.h"
@@ -77,11 +80,6 @@ class Deliveries {
 class ResumableDownloaderTest : public testing::Test {
   protected:
     ResumableDownloaderTest() { test_support::recordingLog().clear(); }
-    ~ResumableDownloaderTest() override {
-        downloader_.reset();
-        drainMainQueue();
-        EXPECT_TRUE(fs::is_empty(test_support::temporaryFolder()));
-    }
     ResumableDownloaderTest(const ResumableDownloaderTest&) = delete;
     ResumableDownloaderTest& operator=(const ResumableDownloaderTest&) = delete;
 
@@ -94,6 +92,23 @@ class ResumableDownloaderTest : public testing::Test {
     }
     void start() { downloader_->start(deliveries_.progress(), deliveries_.completion()); }
 
+    /// Waits for the end of whatever a test has left running, which must leave nothing behind.
+    void TearDown() override {
+        const std::weak_ptr<ResumableDownloader> running = downloader_;
+        if (downloader_) downloader_->cancel();
+        downloader_.reset();
+        EXPECT_TRUE(
+            eventually([&] { return running.expired() && fs::is_empty(test_support::temporaryFolder()); }));
+    }
+
+    static bool eventually(const std::function<bool()>& condition) {
+        const auto deadline = std::chrono::steady_clock::now() + test_support::kPatience;
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() > deadline) return false;
+            std::this_thread::yield();
+        }
+        return true;
+    }
     static void drainMainQueue() {
         Event drained;
         onMainQueue([&] { drained.set(); });
@@ -143,6 +158,20 @@ TEST_F(ResumableDownloaderTest, FetchesTheContentIntoItsPlace) {
     EXPECT_TRUE(logged("download didWriteData"));
     EXPECT_TRUE(logged("download progress 1"));
     EXPECT_THAT(test_support::recordingLog().lines(), Contains(StartsWith("===moveTempFile=== ")));
+}
+
+TEST_F(ResumableDownloaderTest, LeavesNothingBehindWhenTheHostHearsOfTheEnd) {
+    std::atomic<int> count = 0;
+    serve([&](Exchange& exchange) { ++count == 1 ? exchange.reset() : exchange.answer(200, "content"); });
+    for (int i = 0; i < 2; ++i) {
+        Event ended;
+        downloader_->start(nullptr, [&](const DownloadResult&) {
+            EXPECT_TRUE(fs::is_empty(test_support::temporaryFolder()));
+            ended.set();
+        });
+        ASSERT_TRUE(ended.wait());
+        downloader_->cancel();
+    }
 }
 
 TEST_F(ResumableDownloaderTest, KeepsTheStateAfterTheEndSoThatAStartNeedsACancelFirst) {
@@ -428,8 +457,9 @@ TEST_F(ResumableDownloaderTest, DeliversAnErrorAndThenTheMoveWhereBothAreThere) 
     Event letGo;
     serve([&](Exchange& exchange) { exchange.hold(); });
     start();
-    const auto file = folder_ / "arrived";
-    std::ofstream(file) << "content";
+    const auto file = std::make_shared<TemporaryFile>(folder_.path());
+    const auto path = file->path().string();
+    std::ofstream(path) << "content";
     onMainQueue([&] {
         downloader_->completeTransfer(file, DownloadError{.text = "broken"});
         letGo.set();
@@ -438,14 +468,14 @@ TEST_F(ResumableDownloaderTest, DeliversAnErrorAndThenTheMoveWhereBothAreThere) 
     EXPECT_THAT(deliveries_.ends(), ElementsAre("failure broken", succeeded()));
     EXPECT_EQ(contentOf(place_), "content");
     EXPECT_TRUE(logged("down file error = broken"));
-    EXPECT_TRUE(logged("===moveTempFile=== " + file.string()));
+    EXPECT_TRUE(logged("===moveTempFile=== " + path));
     downloader_->cancel();
 }
 
 TEST_F(ResumableDownloaderTest, DeliversNothingForAnEndWithoutErrorAndFile) {
     serve([](Exchange& exchange) { exchange.hold(); });
     start();
-    downloader_->completeTransfer(std::nullopt, std::nullopt);
+    downloader_->completeTransfer(nullptr, std::nullopt);
     EXPECT_THAT(deliveries_.ends(), IsEmpty());
     downloader_->cancel();
 }
@@ -509,7 +539,7 @@ TEST_F(ResumableDownloaderTest, OnTheDelegateRouteStartsAgainAfterAnEnd) {
     start();
     EXPECT_EQ(deliveries_.waitForEnd(), succeeded());
     server_.reset();
-    while (first.ends().size() < 2) std::this_thread::yield();  // the first transfer itself ends too
+    EXPECT_TRUE(eventually([&] { return first.ends().size() == 2; }));  // the first transfer itself ends too
 }
 
 TEST_F(ResumableDownloaderTest, GivesTheFractionAsTheDivisionGivesIt) {

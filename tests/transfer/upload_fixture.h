@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <fstream>
 #include <functional>
@@ -46,12 +46,16 @@ class UploadEvents {
         std::erase_if(texts, [](const auto& text) { return text.starts_with("onProgress"); });
         return texts;
     }
-    std::size_t lastEvents() const { return lastEvents_; }
+    std::size_t lastEvents() const {
+        std::lock_guard lock(mutex_);
+        return lastEvents_;
+    }
     /// The last event; empty where none comes in time.
-    std::string waitForLast() {
-        if (!ended_.wait()) return "";
-        const auto texts = all();
-        return texts.back();
+    std::string waitForLast() { return waitForLasts(1) ? all().back() : ""; }
+    /// Waits for so many last events.
+    [[nodiscard]] bool waitForLasts(std::size_t count) const {
+        std::unique_lock lock(mutex_);
+        return changed_.wait_for(lock, test_support::kPatience, [&] { return lastEvents_ >= count; });
     }
 
   private:
@@ -61,7 +65,7 @@ class UploadEvents {
         texts_.push_back(text);
         if (text.starts_with("onSuccess") || text.starts_with("onFailure")) {
             ++lastEvents_;
-            ended_.set();
+            changed_.notify_all();
         }
     }
     static std::string describe(const UploadProcessResult& event) {
@@ -87,8 +91,8 @@ class UploadEvents {
 
     mutable std::mutex mutex_;
     std::vector<std::string> texts_;
-    std::atomic<std::size_t> lastEvents_ = 0;
-    Event ended_;
+    mutable std::condition_variable changed_;
+    std::size_t lastEvents_ = 0;
 };
 
 /// A slicer that does what the test says.

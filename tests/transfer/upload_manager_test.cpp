@@ -223,6 +223,7 @@ TEST_F(UploadManagerTest, FailsAtTheFirstReportAfterACancelAndRepeatsItAtTheNext
         test_support::recordingLog().waitFor("subCallback failure hash = 11, code = -1, msg = has cancel"));
     ASSERT_TRUE(
         test_support::recordingLog().waitFor("subCallback failure hash = 22, code = -1, msg = has cancel"));
+    ASSERT_TRUE(events_.waitForLasts(2));
     drainMainQueue();
     EXPECT_EQ(events_.lastEvents(), 2U);
     EXPECT_THAT(events_.all(), Not(Contains("onSuccess 0 success")));
