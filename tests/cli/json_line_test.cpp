@@ -32,7 +32,7 @@ TEST(JsonLine, TextsOfAnyBytesGiveValidJson) {
 }
 
 TEST(JsonLine, TheMaskSeesEachTextBeforeItIsEscaped) {
-    const auto mask = [](std::string text) { return text == "a\"b" ? std::string("***") : text; };
+    const auto mask = [](const std::string& text) { return text == "a\"b" ? std::string("***") : text; };
     EXPECT_EQ(JsonLine().add("x", "a\"b").text(mask), R"({"x":"***"})");
 }
 
