@@ -1,0 +1,1 @@
+// A precompiled header belongs to a target, and this is the one file of that target.
