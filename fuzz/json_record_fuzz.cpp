@@ -1,5 +1,5 @@
-// Any text ends in a record or in an error; what was read is written and read back equal; and a text that the
-// reader takes is JSON by another parser's judgement too.
+// Any text ends in a record or in an error; what we write we read back equal; and a text that the reader
+// takes is JSON by another parser's judgement too.
 
 #include <simdjson.h>
 
@@ -33,6 +33,25 @@ bool isJSON(std::string_view text) {
     return code == simdjson::SUCCESS || code == simdjson::NUMBER_ERROR;
 }
 
+/// The first trip may still change a dynamic number: 1e-999 is read as the double 0, written as 0 and from
+/// then on an integer.
+template <class T>
+T throughText(const T& record) {
+    auto text = encode(record);
+    require(text.has_value(), "what was read can be written");
+    T again;
+    require(!decode(*text, again), "what was written can be read");
+    return again;
+}
+
+JSONValue throughText(const JSONValue& value) {
+    auto text = writeJSON(value);
+    require(text.has_value(), "what was read can be written");
+    auto again = parseJSON(*text);
+    require(again.has_value(), "what was written can be read");
+    return *again;
+}
+
 template <class T>
 void tryRecord(std::string_view bytes, DecodingMode mode) {
     std::string text(bytes);
@@ -45,11 +64,8 @@ void tryRecord(std::string_view bytes, DecodingMode mode) {
     }
     require(text == bytes, "the text stays");
     require(isJSON(bytes), "only JSON is taken");
-    auto written = encode(record);
-    require(written.has_value(), "what was read can be written");
-    T again;
-    require(!decode(*written, again), "what was written can be read");
-    require(record == again, "what was written reads back equal");
+    const T ours = throughText(record);
+    require(ours == throughText(ours), "what we write reads back equal");
 }
 
 void tryValue(std::string_view bytes) {
@@ -64,9 +80,8 @@ void tryValue(std::string_view bytes) {
         return;
     }
     require(isJSON(bytes), "only JSON is taken");
-    auto written = writeJSON(*value);
-    require(written.has_value(), "what was read can be written");
-    require(parseJSON(*written) == value, "what was written reads back equal");
+    const JSONValue ours = throughText(*value);
+    require(ours == throughText(ours), "what we write reads back equal");
 }
 
 }  // namespace
