@@ -167,7 +167,9 @@ bool Reader::readRecord(const RecordCodec& codec, Value& value, void* record) {
         }
         const Field& field = codec.fields[index];
         void* place = static_cast<char*>(record) + field.offset;
-        if (!readField(codec, field, seen[index], member.value(), place)) return inside(field.key.name());
+        // A key that comes twice counts the last time, with nothing left of the first.
+        if (field.mergesWhenReadTwice() && seen[index]) field.type->record().reset(place);
+        if (!readField(codec, field, member.value(), place)) return inside(field.key.name());
         seen.set(index);
         previous = index;
         return true;
@@ -184,35 +186,37 @@ bool Reader::missing(const RecordCodec& codec, const RecordCodec::FieldSet& seen
     return false;
 }
 
-bool Reader::readField(const RecordCodec& codec, const Field& field, bool again, Value& value, void* place) {
-    if (field.presence) return readOptional(field, value, place);
-    if (leads(value, 'n')) return takeNull(value) && setNull(*field.type, codec.lenient, place);
-    // A key that comes twice counts the last time, with nothing left of the first.
-    if (again && field.type->kind == Kind::record) field.type->record().reset(place);
-    return readValue(*field.type, value, place);
+bool Reader::readField(const RecordCodec& codec, const Field& field, Value& value, void* place) {
+    if (leads(value, 'n')) return takeNull(value) && setNull(codec, field, place);
+    const Kind kind = field.type->kind;
+    if (field.presence == nullptr) return readValue(*field.type, value, place);
+    if (kind == Kind::string && field.presence->inPlace) {  // by far the most frequent
+        return readText(value, as<std::optional<std::string>>(place));
+    }
+    if (kind == Kind::flatMap && !leads(value, '{')) {
+        field.presence->reset(place);
+        return skip(value);
+    }
+    if (kind == Kind::embeddedMap || kind == Kind::embeddedDocument) return readEmbedded(field, value, place);
+    return charge(field.presence->heapSize) && readValue(*field.type, value, field.presence->engage(place));
 }
 
-bool Reader::readOptional(const Field& field, Value& value, void* holder) {
-    if (leads(value, 'n')) {
-        field.presence->reset(holder);
-        return takeNull(value);
+bool Reader::setNull(const RecordCodec& codec, const Field& field, void* place) {
+    const Type& type = *field.type;
+    if (field.presence) {
+        field.presence->reset(place);
+        return true;
     }
-    switch (field.type->kind) {
-        case Kind::string:  // by far the most frequent
-            if (field.presence->inPlace) return readText(value, as<std::optional<std::string>>(holder));
-            break;
-        case Kind::flatMap:
-            if (leads(value, '{')) break;
-            field.presence->reset(holder);
-            return skip(value);
-        case Kind::embeddedMap:
-        case Kind::embeddedDocument:
-            return readEmbedded(field, value, holder);
-        default:
-            break;
+    if (type.kind == Kind::json) {
+        as<JSONValue>(place).value = nullptr;
+        return true;
     }
-    if (field.presence->heapSize > 0 && !charge(field.presence->heapSize)) return false;
-    return readValue(*field.type, value, field.presence->engage(holder));
+    if (type.zero && (codec.lenient || type.kind == Kind::lenientInt64)) {
+        type.zero(place);
+        return true;
+    }
+    error = {DecodingError::Kind::valueNotFound, std::string(nameOf(type)), "", "found null"};
+    return false;
 }
 
 bool Reader::readEmbedded(const Field& field, Value& value, void* holder) {
@@ -490,9 +494,8 @@ bool Reader::forEachMember(Value& value, std::string_view expected, Visit visit)
     if (value.get_object().get(object)) return mismatch(expected, value);
     if (!enter()) return false;
     for (auto item : object) {
-        Member member;
-        if (const auto code = std::move(item).get(member)) return corrupted(code);
-        if (!visit(member)) return false;
+        if (item.error()) return corrupted(item.error());
+        if (!visit(item.value_unsafe())) return false;
     }
     --depth_;
     return true;
@@ -505,9 +508,8 @@ bool Reader::forEachElement(Value& value, std::string_view expected, Visit visit
     if (!enter()) return false;
     std::size_t index = 0;
     for (auto item : array) {
-        Value element;
-        if (const auto code = std::move(item).get(element)) return corrupted(code);
-        if (!visit(index, element)) return inside(index);
+        if (item.error()) return corrupted(item.error());
+        if (!visit(index, item.value_unsafe())) return inside(index);
         ++index;
     }
     --depth_;
@@ -534,20 +536,15 @@ bool Reader::takeNull(Value& value) {
     return value.is_null().get(null) == simdjson::SUCCESS || corrupted("not null, but begins like it");
 }
 
-bool Reader::setNull(const Type& type, bool lenient, void* place) {
-    if (type.kind == Kind::json) {
-        as<JSONValue>(place).value = nullptr;
-        return true;
-    }
-    if (type.kind == Kind::lenientInt64 || (lenient && type.zero)) {
-        type.zero(place);
-        return true;
-    }
-    error = {DecodingError::Kind::valueNotFound, std::string(nameOf(type)), "", "found null"};
-    return false;
+// ---- limits and failures
+
+bool Reader::tooDeep() {
+    return corrupted("nested deeper than " + std::to_string(maxDepth) + " levels");
 }
 
-// ---- limits and failures
+bool Reader::tooLarge() {
+    return corrupted("the record would take far more memory than its text");
+}
 
 bool Reader::corrupted(std::string detail) {
     error = {DecodingError::Kind::dataCorrupted, "", "", std::move(detail)};

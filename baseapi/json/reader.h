@@ -40,10 +40,9 @@ class Reader {
     bool onlyElement(Parser& parser, const std::string& text, Read read);
 
     bool readRecord(const RecordCodec& codec, Value& value, void* record);
-    bool readField(const RecordCodec& codec, const Field& field, bool again, Value& value, void* place);
-    bool readOptional(const Field& field, Value& value, void* holder);
+    bool readField(const RecordCodec& codec, const Field& field, Value& value, void* place);
     bool readEmbedded(const Field& field, Value& value, void* holder);
-    bool setNull(const Type& type, bool lenient, void* place);
+    bool setNull(const RecordCodec& codec, const Field& field, void* place);
     bool missing(const RecordCodec& codec, const RecordCodec::FieldSet& seen);
 
     bool readValue(const Type& type, Value& value, void* place);
@@ -75,16 +74,15 @@ class Reader {
     bool typeOfValue(Value& value, simdjson::ondemand::json_type& type);
     bool takeNull(Value& value);
 
-    bool enter() {
-        return ++depth_ <= maxDepth ||
-               corrupted("nested deeper than " + std::to_string(maxDepth) + " levels");
-    }
+    bool enter() { return ++depth_ <= maxDepth || tooDeep(); }
+    bool tooDeep();
     /// Takes what a value needs from what this text may have.
     bool charge(std::size_t bytes) {
-        if (bytes > budget_) return corrupted("the record would take far more memory than its text");
+        if (bytes > budget_) return tooLarge();
         budget_ -= bytes;
         return true;
     }
+    bool tooLarge();
     bool corrupted(std::string detail);
     bool corrupted(simdjson::error_code code);
     bool mismatch(std::string_view expected, Value& value);

@@ -120,6 +120,8 @@ struct Field {
     /// Null for a field that cannot be absent.
     const Presence* presence;
 
+    /// Whether reading it again would leave parts of the first value.
+    bool mergesWhenReadTwice() const { return presence == nullptr && type->kind == Kind::record; }
     bool mustBeThere() const { return presence == nullptr && type->kind != Kind::lenientInt64; }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -21,6 +22,7 @@ class TextBuffer {
     }
     void advance(const char* end) { at_ += end - at_; }
     static constexpr std::size_t longest = 1024;
+    static constexpr std::size_t mostExpected = 1024 * 1024;
 
     void put(char byte) {
         *place(1) = byte;
@@ -34,6 +36,12 @@ class TextBuffer {
             std::memcpy(place(piece.size()), piece.data(), piece.size());
             at_ += piece.size();
         }
+    }
+    std::size_t size() const { return text_.size() + static_cast<std::size_t>(at_ - piece_.data()); }
+    /// Says that about so many bytes will follow, so that a long text does not grow step by step. A guess:
+    /// more than a mebibyte ahead is not taken for it.
+    void expect(std::size_t count) {
+        if (count > longest) text_.reserve(size() + std::min(count + count / 8, mostExpected));
     }
     /// Ends a list whose items each ended in a comma.
     void close(char bracket) {

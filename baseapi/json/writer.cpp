@@ -145,11 +145,13 @@ bool Writer::writeString(std::string_view text) {
 bool Writer::writeArray(const Type& type, const void* array) {
     if (!enter()) return false;
     out_.put('[');
+    const std::size_t start = out_.size();
     const std::size_t count = type.array->size(array);
     const char* element = static_cast<const char*>(type.array->data(array));
     for (std::size_t index = 0; index < count; ++index, element += type.element->size) {
         if (!writeValue(*type.element, element)) return inside(index);
         out_.put(',');
+        if (index == 0) out_.expect((out_.size() - start) * (count - 1));
     }
     out_.close(']');
     --depth_;
@@ -238,6 +240,10 @@ bool Writer::writeKey(std::string_view key) {
 }
 
 // ---- limits and failures
+
+bool Writer::tooDeep() {
+    return fail("nested deeper than " + std::to_string(maxDepth) + " levels");
+}
 
 bool Writer::fail(std::string detail) {
     error = {"", std::move(detail)};

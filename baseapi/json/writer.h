@@ -42,9 +42,8 @@ class Writer {
     bool writeEmbedded(const Document& document, bool (Writer::*write)(const Document&));
     bool writeKey(std::string_view key);
 
-    bool enter() {
-        return ++depth_ <= maxDepth || fail("nested deeper than " + std::to_string(maxDepth) + " levels");
-    }
+    bool enter() { return ++depth_ <= maxDepth || tooDeep(); }
+    bool tooDeep();
     bool fail(std::string detail);
     bool inside(std::string_view key);
     bool inside(std::size_t index);

@@ -136,6 +136,15 @@ TEST(Writer, AppendsToTheText) {
     EXPECT_EQ(text, R"(body: {"pageSize":1,"pageCursor":"x"})");
 }
 
+TEST(Writer, TakesNoMoreMemoryForALongFirstElementThanItsText) {
+    Everything all;
+    all.texts.resize(100'000);
+    all.texts.front().assign(1'000'000, 'x');
+    const auto text = encode(all);
+    ASSERT_TRUE(text.has_value());
+    EXPECT_LT(text->capacity(), 4'000'000u);
+}
+
 TEST(Writer, RefusesADeepValueInsteadOfRunningOutOfStack) {
     JSONValue value;
     for (int level = 0; level < 600; ++level) value = {JSONValue::Array{std::move(value)}};
