@@ -180,7 +180,10 @@ void TransferLoop::abandonAll() {
     for (auto& [name, origin] : origins_) {
         for (const auto& transfer : std::exchange(origin.waiting, {})) transfer->fail(cancelledError());
     }
-    while (!active_.empty()) abandon(active_.back().transfer);
+    while (!active_.empty()) {
+        const auto transfer = active_.back().transfer;
+        abandon(transfer);
+    }
     for (const auto& command : takeCommands()) {
         if (!command.cancel) command.transfer->fail(cancelledError());
     }
