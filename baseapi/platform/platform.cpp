@@ -1,5 +1,8 @@
 #include "baseapi/platform/platform.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <mutex>
 #include <utility>
@@ -18,14 +21,16 @@ std::filesystem::path folderFromEnvironment(const char* name) {
     return value ? std::filesystem::path(value) : std::filesystem::path();
 }
 
+std::filesystem::path homeFolder() {
+    if (const auto home = folderFromEnvironment("HOME"); home.is_absolute()) return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user ? user->pw_dir : "/";
+}
+
 std::filesystem::path defaultStateFolder() {
     // A relative XDG folder is to be ignored.
-    if (const auto state = folderFromEnvironment("XDG_STATE_HOME"); state.is_absolute())
-        return state / "baseapi";
-    if (const auto home = folderFromEnvironment("HOME"); home.is_absolute())
-        return home / ".local/state/baseapi";
-    return folderFromEnvironment("TMPDIR").empty() ? "/tmp/baseapi-state"
-                                                   : folderFromEnvironment("TMPDIR") / "baseapi-state";
+    const auto state = folderFromEnvironment("XDG_STATE_HOME");
+    return (state.is_absolute() ? state : homeFolder() / ".local/state") / "baseapi";
 }
 
 std::filesystem::path defaultTemporaryFolder() {
