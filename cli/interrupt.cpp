@@ -41,20 +41,24 @@ void Interrupt::listen() {
 }
 
 void Interrupt::first() {
-    Work work;
-    std::function<void(const std::string&)> tell;
-    {
-        std::lock_guard lock(mutex_);
-        happened_ = true;
-        work = work_;
-        tell = tell_;
-    }
-    if (tell) {
-        const auto what = work.waitingFor ? work.waitingFor() : std::string("the end of the work");
-        tell("interrupted; waiting for " + what + " (Ctrl-C once more ends at once)");
-    }
+    std::lock_guard acting(acting_);
+    std::unique_lock lock(mutex_);
+    happened_ = true;
+    const auto work = work_;
+    const auto tell = tell_;
+    lock.unlock();
+
+    const auto what = work.waitingFor ? work.waitingFor() : std::string("the end of the work");
     monitor_.interrupt();
+    // Whoever reads the words may count on the work being cancelled.
     if (work.cancel) work.cancel();
+    if (tell) tell("interrupted; waiting for " + what + " (Ctrl-C once more ends at once)");
+}
+
+bool Interrupt::happened() {
+    std::lock_guard acting(acting_);
+    std::lock_guard lock(mutex_);
+    return happened_;
 }
 
 void Interrupt::setWork(Work work) {

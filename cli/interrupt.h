@@ -30,12 +30,16 @@ class Interrupt {
     void setWork(Work work);
     /// Who is told what is waited for, in one line.
     void setTell(std::function<void(const std::string&)> tell);
+    /// Whether the first Ctrl-C has been; if so, returns after its work has been cancelled and told of.
+    bool happened();
 
   private:
     void listen();
     void first();
 
     Monitor& monitor_;
+    /// Held while the first Ctrl-C does its work.
+    std::mutex acting_;
     std::mutex mutex_;
     Work work_;
     std::function<void(const std::string&)> tell_;

@@ -20,7 +20,7 @@ bool Monitor::wait(const std::function<bool()>& done, std::optional<Clock::time_
 }
 
 void Monitor::interrupt() {
-    change([this] { end_ = Clock::now() + patience; });
+    change([this] { end_ = Clock::now() + patience_; });
 }
 
 }  // namespace quillbox

@@ -14,8 +14,8 @@ class Monitor {
   public:
     using Clock = std::chrono::steady_clock;
 
-    /// How long the final callback is waited for after the first Ctrl-C.
-    static constexpr std::chrono::seconds patience{30};
+    /// `patience`: how long the final callback is waited for after the first Ctrl-C.
+    explicit Monitor(Clock::duration patience = std::chrono::seconds(30)) : patience_(patience) {}
 
     /// Changes what a `wait` looks at.
     void change(const std::function<void()>& change) {
@@ -41,6 +41,7 @@ class Monitor {
     }
 
   private:
+    const Clock::duration patience_;
     mutable std::mutex mutex_;
     std::condition_variable changed_;
     std::optional<Clock::time_point> end_;

@@ -37,13 +37,12 @@ void tellFailure(Output& output, const ServiceFailure& failure) {
     JsonLine event("failure");
     event.add("code", failure.code).add("message", failure.message);
     output.event(event);
-    output.note("quillbox: " + failureText("for " + failure.what, failure.code, failure.message));
+    output.note("quillbox: " + failureText(failure.what, failure.code, failure.message));
 }
 
 /// The one place that turns what ends a command into an exit status.
 ExitStatus statusOf(Process& process, const std::function<ExitStatus()>& work) try {
     const auto status = work();
-    if (process.monitor.interrupted()) return ExitStatus::interrupted;
     if (const auto error = process.output->writeError(); !error.empty()) {
         process.output->note("quillbox: standard output cannot be written: " + error);
         return ExitStatus::failure;
@@ -55,7 +54,7 @@ ExitStatus statusOf(Process& process, const std::function<ExitStatus()>& work) t
 } catch (const ServiceFailure& failure) {
     tellFailure(*process.output, failure);
     if (process.host) process.host->settle();
-    return process.monitor.interrupted() ? ExitStatus::interrupted : ExitStatus::failure;
+    return ExitStatus::failure;
 } catch (const NoAnswer& error) {
     process.output->note("quillbox: no answer to " + error.what + " in time");
     return ExitStatus::noAnswer;
@@ -83,7 +82,7 @@ int run(int argc, char** argv) {
             [&](const std::string& text) { process.output->note("quillbox: " + text); });
         return runCommand(process, line);
     });
-    return static_cast<int>(status);
+    return static_cast<int>(process.interrupt.happened() ? ExitStatus::interrupted : status);
 }
 
 }  // namespace quillbox

@@ -30,30 +30,30 @@ std::int64_t partLength(const std::string& subHash, std::int64_t fileSize) {
 
 UploadEnd UploadAttempt::run(std::optional<std::string> parent, std::shared_ptr<baseapi::ISliceFile> slicer) {
     host_.refreshToken();
-    auto upload = baseapi::CloudInstance::shared().getTransferImpl().uploadFile(
-        std::move(parent), baseapi::URL::file(file_.path), "", autoRename, std::move(slicer),
-        [self = shared_from_this()](const UploadProcessResult& event) { self->onEvent(event); });
-    keep(upload);
+    start(std::move(parent), std::move(slicer));
     const bool ended = host_.monitor().wait([this] { return end_.has_value(); });
-    keep(nullptr);
+    {
+        // The upload holds this object too.
+        std::lock_guard lock(mutex_);
+        upload_.reset();
+    }
     if (!ended) throw Interrupted{};
     return *end_;
 }
 
-void UploadAttempt::keep(std::shared_ptr<baseapi::Cancelable> upload) {
-    std::unique_lock lock(mutex_);
-    upload_ = upload;
-    const bool tooLate = cancelled_;
-    lock.unlock();
-    if (tooLate && upload) upload->cancel();
+void UploadAttempt::start(std::optional<std::string> parent, std::shared_ptr<baseapi::ISliceFile> slicer) {
+    // A cancel comes before the start or finds the upload.
+    std::lock_guard lock(mutex_);
+    upload_ = baseapi::CloudInstance::shared().getTransferImpl().uploadFile(
+        std::move(parent), baseapi::URL::file(file_.path), "", autoRename, std::move(slicer),
+        [self = shared_from_this()](const UploadProcessResult& event) { self->onEvent(event); });
+    if (cancelled_) upload_->cancel();
 }
 
 void UploadAttempt::cancel() {
-    std::unique_lock lock(mutex_);
+    std::lock_guard lock(mutex_);
     cancelled_ = true;
-    const auto upload = upload_;
-    lock.unlock();
-    if (upload) upload->cancel();
+    if (upload_) upload_->cancel();
 }
 
 void UploadAttempt::onEvent(const UploadProcessResult& event) {

@@ -33,10 +33,10 @@ class UploadAttempt : public std::enable_shared_from_this<UploadAttempt> {
     void cancel();
 
   private:
+    void start(std::optional<std::string> parent, std::shared_ptr<baseapi::ISliceFile> slicer);
     void onEvent(const baseapi::UploadProcessResult& event);
     void onItemFinish(const baseapi::UploadProcessResult::onItemFinish& item);
     void end(UploadEnd last);
-    void keep(std::shared_ptr<baseapi::Cancelable> upload);
 
     const Host& host_;
     JobDisplay& display_;

@@ -103,6 +103,8 @@ class Download : public Command {
         const auto display = std::make_shared<JobDisplay>(host.output(), total, unit);
         display->begin(std::filesystem::path(to_).filename().string(), total);
         const auto result = std::make_shared<std::optional<DownloadResult>>();
+        const auto what = [to = to_] { return "the download of " + to; };
+        host.interrupt().setWork({[] {}, what});
         const auto download = CloudInstance::shared().getTransferImpl().downloadFile(
             baseapi::URL(source.url), source.fileId, baseapi::URL::file(to_),
             [&output = host.output(), display, total](double fraction) {
@@ -116,8 +118,7 @@ class Download : public Command {
                     if (!*result) result->emplace(std::move(end));
                 });
             });
-        host.interrupt().setWork(
-            {[download] { download->cancel(); }, [to = to_] { return "the download of " + to; }});
+        host.interrupt().setWork({[download] { download->cancel(); }, what});
         const bool ended = host.monitor().wait([&] { return result->has_value(); });
         display->close();
         if (!ended) throw Interrupted{};
