@@ -96,18 +96,17 @@ class Beginning {
 }  // namespace
 
 std::string failureText(const std::string& aim, std::int64_t code, const std::string& message) {
+    const auto request = "the request " + (aim.starts_with("to ") ? "" : std::string("for ")) + aim;
     if (code != -1) return "the service refused " + aim + ": " + std::to_string(code) + " " + message;
     if (const auto why = behind(message, "request error "))
-        return "the service did not answer the request " + aim + ": " + *why;
+        return "the service did not answer " + request + ": " + *why;
     if (const auto status = behind(message, "response status code = "))
         return "the service refused " + aim + ": status " + *status;
     if (const auto why = behind(message, "str to bean error "))
-        return "the service's answer to the request " + aim + " cannot be understood: " + *why;
+        return "the service's answer to " + request + " cannot be understood: " + *why;
     if (message == "callRequest error: invalidURL")
-        return "the request " + aim +
-               " has no valid address (is the host right, as in https://cloud.example.org?)";
-    if (message == "params build faild")
-        return "the request " + aim + " cannot be built (is each name valid UTF-8?)";
+        return request + " has no valid address (is the host right, as in https://cloud.example.org?)";
+    if (message == "params build faild") return request + " cannot be built (is each name valid UTF-8?)";
     return "the service refused " + aim + ": " + message;
 }
 

@@ -32,7 +32,7 @@ class UploadCause {
 };
 
 /// A failure of a service call in words: "to create it" with 507 and "quota exceeded" gives "the service
-/// refused to create it: 507 quota exceeded".
+/// refused to create it: 507 quota exceeded". The aim may be a noun too, as in "the sign-in".
 std::string failureText(const std::string& aim, std::int64_t code, const std::string& message);
 
 }  // namespace quillbox

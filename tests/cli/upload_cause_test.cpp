@@ -62,6 +62,8 @@ TEST(FailureText, EachFailureOfTheLibraryHasWords) {
               "the service's answer to the request to create it cannot be understood: d");
     EXPECT_EQ(failureText("to create it", -1, "params build faild"),
               "the request to create it cannot be built (is each name valid UTF-8?)");
+    EXPECT_EQ(failureText("the sign-in", -1, "request error x"),
+              "the service did not answer the request for the sign-in: x");
     EXPECT_NE(failureText("to create it", -1, "callRequest error: invalidURL").find("no valid address"),
               std::string::npos);
 }
