@@ -41,9 +41,8 @@ TEST(Task, GoesOnInPlaceWhereTheCallbackComesBeforeTheCallReturns) {
 TEST(Task, GoesOnOnTheThreadOfTheCallback) {
     std::vector<int> sums;
     Event stored;
-    std::vector<std::jthread> threads;
-    store([&](Numbers callback) { threads.emplace_back([callback = std::move(callback)] { callback(3); }); },
-          sums, stored);
+    store([](Numbers callback) { inBackground([callback = std::move(callback)] { callback(3); }); }, sums,
+          stored);
     ASSERT_TRUE(stored.wait());
     EXPECT_THAT(sums, ElementsAre(6));
 }
