@@ -20,13 +20,13 @@ using testing::ElementsAre;
 
 using Numbers = std::function<void(int)>;
 
-Task<int> awaitBoth(const std::function<void(Numbers)>& start) {
+Task<int> awaitBoth(std::function<void(Numbers)> start) {
     const int first = co_await callbackOf<int>([&](Numbers callback) { start(std::move(callback)); });
     const int second = co_await callbackOf<int>([&](Numbers callback) { start(std::move(callback)); });
     co_return first + second;
 }
 
-Detached store(const std::function<void(Numbers)>& start, std::vector<int>& sums, Event& stored) {
+Detached store(std::function<void(Numbers)> start, std::vector<int>& sums, Event& stored) {
     sums.push_back(co_await awaitBoth(start));
     stored.set();
 }
