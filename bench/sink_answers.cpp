@@ -37,9 +37,8 @@ std::string createAnswer(const Request& request) {
     writer.Key("rapidUpload"), writer.Bool(false);
     writer.Key("exist"), writer.Bool(false);
     writer.Key("multiParts"), writer.StartArray();
-    if (const auto parts = asked.FindMember("multiParts");
-        parts != asked.MemberEnd() && parts->value.IsArray())
-        for (const auto& part : parts->value.GetArray()) {
+    if (asked.HasMember("multiParts") && asked["multiParts"].IsArray())
+        for (const auto& part : asked["multiParts"].GetArray()) {
             writer.StartObject();
             for (const char* key : {"partNumber", "partSize", "partOffset"})
                 writer.Key(key), writer.Int64(part[key].GetInt64());
@@ -53,11 +52,17 @@ std::string createAnswer(const Request& request) {
     return text.GetString();
 }
 
-Answer answerOperation(const Request& request) {
+std::string operationBody(const Request& request) {
     const auto operation = std::string_view(request.path).substr(operations.size());
-    if (operation == "create") return {.body = createAnswer(request)};
-    if (operation == "complete") return {.body = R"({"code":0,"msg":"success"})"};
-    return {.body = std::string(listAnswer)};
+    if (operation == "create") return createAnswer(request);
+    if (operation == "complete") return R"({"code":0,"msg":"success"})";
+    return std::string(listAnswer);
+}
+
+/// With the headers that any service sends.
+Answer answerOperation(const Request& request) {
+    return {.body = operationBody(request),
+            .extraHeaders = "Date: Mon, 01 Jan 2024 00:00:00 GMT\r\nContent-Type: application/json\r\n"};
 }
 
 Answer xml(std::string body) {

@@ -1,0 +1,139 @@
+// One measurement of one side, or of both in turn; the result is one JSON object on standard output. What can
+// be measured stands in the table at the end; scripts/bench runs it all and compares.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "bench/curl_calls.h"
+#include "bench/library.h"
+#include "bench/measure.h"
+#include "bench/require.h"
+#include "bench/transfer_baselines.h"
+#include "hostkit/slice_file.h"
+
+namespace bench {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+constexpr double mebibyte = 1024 * 1024;
+
+std::string address(const std::string& port) {
+    return "http://127.0.0.1:" + port;
+}
+
+/// As wide as the library's queue of parts.
+int partsInFlight() {
+    const auto width = static_cast<int>(std::thread::hardware_concurrency() / 2);
+    require(width > 0, "with one processor the library sends no parts");
+    return width;
+}
+
+/// The parts that the host's slicer cuts a file into.
+std::vector<Part> partsOf(const std::filesystem::path& file) {
+    const auto size = static_cast<std::int64_t>(std::filesystem::file_size(file));
+    const auto partSize = hostkit::SliceFile::partSize(size);
+    std::vector<Part> parts;
+    for (std::int64_t offset = 0; offset < size; offset += partSize)
+        parts.push_back({offset, std::min(partSize, size - offset)});
+    return parts;
+}
+
+void printSeconds(double seconds) {
+    std::printf("{\"seconds\":%.6f,\"peakMiB\":%.1f}\n", seconds, peakMemory());
+}
+
+double secondsOfCalls(Caller& caller, int count, int width) {
+    return secondsOf([&] { width == 1 ? callInTurn(caller, count) : callAtOnce(caller, count, width); });
+}
+
+/// calls PORT SIDES WIDTH COUNT ROUNDS: SIDES is "library", "curl" or "library,curl"
+void calls(const Arguments& arguments) {
+    const auto& sides = arguments.at(1);
+    const int width = std::stoi(arguments.at(2));
+    const int count = std::stoi(arguments.at(3));
+    const int rounds = std::stoi(arguments.at(4));
+
+    openSession(address(arguments.at(0)));
+    std::vector<std::pair<std::string, std::unique_ptr<Caller>>> callers;
+    if (sides.find("library") != std::string::npos) callers.emplace_back("library", libraryCaller());
+    if (sides.find("curl") != std::string::npos)
+        callers.emplace_back("curl", curlCaller(address(arguments.at(0))));
+
+    std::map<std::string, std::string> seconds;
+    for (int round = 0; round < rounds; ++round)
+        for (const auto& [side, caller] : callers) {
+            auto& list = seconds[side];
+            list += (list.empty() ? "" : ",") + std::to_string(secondsOfCalls(*caller, count, width));
+        }
+    std::string text;
+    for (const auto& [side, list] : seconds)
+        text += (text.empty() ? "" : ",") + ("\"" + side + "\":[" + list + "]");
+    std::printf("{%s}\n", text.c_str());
+}
+
+/// upload PORT FILE
+void upload(const Arguments& arguments) {
+    openSession(address(arguments.at(0)));
+    printSeconds(secondsOf([&] { uploadWithLibrary(arguments.at(1)); }));
+}
+
+/// hash FILE
+void hash(const Arguments& arguments) {
+    printSeconds(secondsOf([&] { hashFile(arguments.at(0)); }));
+}
+
+/// put-parts PORT FILE
+void putPartsOfFile(const Arguments& arguments) {
+    const int port = std::stoi(arguments.at(0));
+    const auto& file = arguments.at(1);
+    printSeconds(secondsOf([&] { putParts(port, file, partsOf(file), partsInFlight()); }));
+}
+
+/// parts FILE
+void showParts(const Arguments& arguments) {
+    const auto size = static_cast<double>(partsOf(arguments.at(0)).front().size) / mebibyte;
+    std::printf("{\"partMiB\":%.2f,\"inFlight\":%d}\n", size, partsInFlight());
+}
+
+/// download PORT BYTES TARGET
+void download(const Arguments& arguments) {
+    openSession(address(arguments.at(0)));
+    const auto url = address(arguments.at(0)) + "/content/" + arguments.at(1);
+    printSeconds(secondsOf([&] { downloadWithLibrary(url, arguments.at(2)); }));
+}
+
+/// curl-download PORT BYTES TARGET
+void curlDownload(const Arguments& arguments) {
+    const auto url = address(arguments.at(0)) + "/content/" + arguments.at(1);
+    printSeconds(secondsOf([&] { downloadWithCurl(url, arguments.at(2)); }));
+}
+
+const std::map<std::string, void (*)(const Arguments&)> works = {
+    {"calls", calls},
+    {"upload", upload},
+    {"hash", hash},
+    {"put-parts", putPartsOfFile},
+    {"parts", showParts},
+    {"download", download},
+    {"curl-download", curlDownload},
+};
+
+}  // namespace
+
+}  // namespace bench
+
+int main(int count, char** arguments) {
+    const auto work = bench::works.find(count > 1 ? arguments[1] : "");
+    bench::require(work != bench::works.end(), "no such measurement");
+    work->second({arguments + 2, arguments + count});
+}

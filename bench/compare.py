@@ -1,0 +1,236 @@
+"""Runs every comparison, interleaved and repeated, and prints a table of medians and ratios.
+
+usage: compare.py FOLDER_OF_PROGRAMS
+
+A missed target is said in the table and is no failure of this program.
+"""
+
+import contextlib
+import json
+import os
+import pathlib
+import re
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+PROGRAMS = pathlib.Path(sys.argv[1])
+GIB = 1 << 30
+TRANSFER_ROUNDS = 5
+CALL_ROUNDS = 9
+# A measurement that takes longer than this hangs.
+TIME_OUT = 120
+# Small calls are judged with both sides on one processor: which core a thread wakes on is noise otherwise.
+PINNED = ["taskset", "-c", str(max(os.sched_getaffinity(0)))]
+
+
+def environment():
+    """Loopback alone, whatever proxies and certificates the machine names."""
+    return {key: value for key, value in os.environ.items()
+            if not key.lower().endswith("_proxy") and not key.startswith(("AWS_", "RCLONE_"))}
+
+
+def run(command, extra=None):
+    result = subprocess.run([str(word) for word in command], env=environment() | (extra or {}), text=True,
+                            capture_output=True, timeout=TIME_OUT)
+    if result.returncode != 0:
+        sys.exit(f"scripts/bench: {' '.join(map(str, command))}: {result.stderr.strip()}")
+    return result
+
+
+def client(*arguments, pinned=False):
+    command = [PROGRAMS / "bench_client", *arguments]
+    return json.loads(run(PINNED + command if pinned else command).stdout)
+
+
+@contextlib.contextmanager
+def server(folder, pinned=False):
+    """The other side, as its port."""
+    port_file = folder / "port"
+    port_file.unlink(missing_ok=True)
+    command = [PROGRAMS / "bench_server", "--port-file", port_file]
+    process = subprocess.Popen([str(word) for word in (PINNED if pinned else []) + command])
+    try:
+        deadline = time.monotonic() + 10
+        while not port_file.exists():
+            if time.monotonic() > deadline:
+                sys.exit("scripts/bench: bench_server does not answer")
+            time.sleep(0.01)
+        yield port_file.read_text().strip()
+    finally:
+        process.kill()
+        process.wait()
+
+
+class Table:
+    def __init__(self):
+        self.rows = [["work", "ours", "other", "ratio", "target", "met"]]
+
+    def add(self, work, ours, other, ratio, target, met):
+        self.rows.append([work, ours, other, f"{ratio:.2f}", target, "yes" if met else "NO"])
+        print(f"  {work}: {ratio:.2f} ({target})", file=sys.stderr)
+
+    def at_most(self, work, ours, other, limit, form):
+        ratio = ours / other
+        self.add(work, form(ours), form(other), ratio, f"at most {limit:.2f}", ratio <= limit)
+
+    def at_least(self, work, ours, other, limit, form):
+        """`ours` and `other` are times; the ratio is that of the speeds."""
+        ratio = other / ours
+        self.add(work, form(ours), form(other), ratio, f"at least {limit:.2f}", ratio >= limit)
+
+    def print(self):
+        widths = [max(len(row[column]) for row in self.rows) for column in range(len(self.rows[0]))]
+        for number, row in enumerate(self.rows):
+            print("| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |")
+            if number == 0:
+                print("|" + "|".join("-" * (width + 2) for width in widths) + "|")
+
+
+def microseconds(seconds):
+    return f"{seconds * 1e6:.1f} us"
+
+
+def seconds_text(seconds):
+    return f"{seconds:.3f} s"
+
+
+def mebibytes(value):
+    return f"{value:.1f} MiB"
+
+
+def instructions(count):
+    return f"{count:,.0f} instr"
+
+
+def machine():
+    text = pathlib.Path("/proc/cpuinfo").read_text()
+    model = re.search(r"model name\s*:\s*(.*)", text)
+    return f"{model.group(1) if model else 'unknown processor'}, {os.cpu_count()} processors"
+
+
+# Instructions of a process, counted by the processor where the machine lets us, otherwise by valgrind.
+
+def processor_counts():
+    try:
+        result = subprocess.run(["perf", "stat", "-x,", "-e", "instructions:u", "true"], capture_output=True,
+                                text=True, timeout=TIME_OUT)
+    except FileNotFoundError:
+        return False
+    return result.returncode == 0 and result.stderr.split(",")[0].isdigit()
+
+
+def counted(*arguments):
+    program = [PROGRAMS / "bench_client", *arguments]
+    if processor_counts():
+        result = run([*PINNED, "perf", "stat", "-x,", "-e", "instructions:u", *program])
+        return int(re.search(r"^(\d+),", result.stderr, re.MULTILINE).group(1))
+    result = run([*PINNED, "valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *program])
+    return int(re.search(r"Collected : (\d+)", result.stderr).group(1))
+
+
+def instructions_of_call(port, side):
+    """Two counts, so that what the start of the program costs falls out."""
+    few, many = 200, 1200
+    return (counted("calls", port, side, 1, many, 1) - counted("calls", port, side, 1, few, 1)) / (many - few)
+
+
+def compare_calls(table, folder):
+    with server(folder, pinned=True) as port:
+        for work, width, count in [("REST calls in turn, time of a call", 1, 2000),
+                                   ("64 REST calls at once, calls a second", 64, 5000)]:
+            client("calls", port, "library,curl", width, 500, 1, pinned=True)
+            sides = client("calls", port, "library,curl", width, count, CALL_ROUNDS, pinned=True)
+            library, curl = (statistics.median(sides[side]) / count for side in ("library", "curl"))
+            if width == 1:
+                table.at_most(work, library, curl, 1.15, microseconds)
+                table.at_most("REST calls in turn, instructions of a call", instructions_of_call(port, "library"),
+                              instructions_of_call(port, "curl"), 1.20, instructions)
+            else:
+                table.at_least(work, library, curl, 0.85, microseconds)
+
+
+def rclone(port, file, target, *options):
+    remote = {"RCLONE_CONFIG": os.devnull, "RCLONE_CONFIG_SINK_TYPE": "s3", "RCLONE_CONFIG_SINK_PROVIDER": "Other",
+              "RCLONE_CONFIG_SINK_ENDPOINT": f"http://127.0.0.1:{port}", "RCLONE_CONFIG_SINK_ACCESS_KEY_ID": "key",
+              "RCLONE_CONFIG_SINK_SECRET_ACCESS_KEY": "secret", "RCLONE_CONFIG_SINK_FORCE_PATH_STYLE": "true",
+              "RCLONE_CONFIG_SINK_NO_CHECK_BUCKET": "true"}
+    start = time.monotonic()
+    run(["rclone", "copyto", "--transfers", 1, *options, file, f"sink:bucket/{target}"], remote)
+    return time.monotonic() - start
+
+
+def make_file(path, size):
+    block = os.urandom(1 << 20)
+    with path.open("wb") as file:
+        for _ in range(size >> 20):
+            file.write(block)
+
+
+def compare_uploads(table, folder):
+    file = folder / "source.bin"
+    make_file(file, GIB)
+    ours, alone, peaks, one_stream, default = [], [], [], [], []
+    with server(folder) as port:
+        client("upload", port, file)
+        for turn in range(TRANSFER_ROUNDS):
+            hashing = client("hash", file)["seconds"]
+            putting = client("put-parts", port, file)["seconds"]
+            alone.append(hashing + putting)
+            upload = client("upload", port, file)
+            ours.append(upload["seconds"])
+            peaks.append(upload["peakMiB"])
+            if turn % 2 == 0:
+                one_stream.append(rclone(port, file, f"one-{turn}", "--s3-upload-concurrency", 1))
+                default.append(rclone(port, file, f"default-{turn}"))
+    parts = client("parts", file)
+    file.unlink()
+    upload = statistics.median(ours)
+    table.at_most("upload of 1 GiB against SHA-256 + raw PUTs", upload, statistics.median(alone), 1.10, seconds_text)
+    table.at_least("upload of 1 GiB against rclone, one stream", upload, statistics.median(one_stream), 4,
+                   seconds_text)
+    table.at_least("upload of 1 GiB against rclone, its four streams", upload, statistics.median(default), 4,
+                   seconds_text)
+    return max(peaks), parts["partMiB"] * parts["inFlight"] + 32
+
+
+def compare_downloads(table, folder):
+    ours, alone, peaks = [], [], []
+    target = folder / "target.bin"
+    with server(folder) as port:
+        for turn in range(TRANSFER_ROUNDS + 1):
+            for side, list_of_seconds in [("download", ours), ("curl-download", alone)]:
+                result = client(side, port, GIB, target)
+                target.unlink()
+                if turn > 0:
+                    list_of_seconds.append(result["seconds"])
+                if side == "download":
+                    peaks.append(result["peakMiB"])
+    table.at_most("download of 1 GiB against libcurl alone", statistics.median(ours), statistics.median(alone), 1.05,
+                  seconds_text)
+    return max(peaks)
+
+
+def main():
+    table = Table()
+    start = time.monotonic()
+    with tempfile.TemporaryDirectory(prefix="baseapi-bench-") as name:
+        os.environ["TMPDIR"] = name
+        folder = pathlib.Path(name)
+        compare_calls(table, folder)
+        upload_peak, bound = compare_uploads(table, folder)
+        download_peak = compare_downloads(table, folder)
+        table.at_most("peak memory of the upload", upload_peak, bound, 1, mebibytes)
+        table.at_most("peak memory of the download", download_peak, bound, 1, mebibytes)
+    counter = "the processor's counter" if processor_counts() else "valgrind"
+    print(f"\n{machine()}; instructions counted by {counter}; {time.monotonic() - start:.0f} s\n")
+    table.print()
+
+
+if __name__ == "__main__":
+    # So that the temporary folder goes away with the program, however it ends.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    main()
