@@ -8,10 +8,10 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
+#include "baseapi/core/named_operation_queue.h"
 #include "bench/curl_calls.h"
 #include "bench/library.h"
 #include "bench/measure.h"
@@ -33,7 +33,7 @@ std::string address(const std::string& port) {
 
 /// As wide as the library's queue of parts.
 int partsInFlight() {
-    const auto width = static_cast<int>(std::thread::hardware_concurrency() / 2);
+    const int width = baseapi::activeProcessorCount() / 2;
     require(width > 0, "with one processor the library sends no parts");
     return width;
 }
