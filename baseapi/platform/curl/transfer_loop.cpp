@@ -87,16 +87,16 @@ void TransferLoop::cancel(std::shared_ptr<Transfer> transfer) {
 }
 
 void TransferLoop::submit(Command command) {
-    bool wake = false;
-    {
-        const std::lock_guard lock(mutex_);
-        if (!stopping_) {
-            commands_.push_back(std::move(command));
-            wake = std::exchange(asleep_, false);
-        }
+    std::unique_lock lock(mutex_);
+    if (stopping_) {
+        lock.unlock();
+        if (!command.cancel) command.transfer->fail(cancelledError());
+        return;
     }
+    commands_.push_back(std::move(command));
+    const bool wake = std::exchange(asleep_, false);
+    lock.unlock();
     if (wake) curl_multi_wakeup(multi_.get());
-    if (command.transfer && !command.cancel) command.transfer->fail(cancelledError());
 }
 
 std::vector<TransferLoop::Command> TransferLoop::takeCommands() {
