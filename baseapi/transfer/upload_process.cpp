@@ -27,10 +27,6 @@ const T& required(const std::optional<T>& value, std::string_view name) {
 
 }  // namespace
 
-UploadProcess::UploadProcess(std::int64_t failureCode) : failureCode_(failureCode) {
-    logLine("UploadProcessTask retain self ", timeStamp);
-}
-
 void UploadProcess::run() {
     retainSelf_ = shared_from_this();
     auto prepared = prepare();

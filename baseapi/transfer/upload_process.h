@@ -54,7 +54,7 @@ class UploadProcess : public Cancelable, public Runnable, public std::enable_sha
     void cancel() override;
 
   protected:
-    explicit UploadProcess(std::int64_t failureCode);
+    explicit UploadProcess(std::int64_t failureCode) : failureCode_(failureCode) {}
 
     /// The step in which the kinds of upload differ: asks the service to create the file.
     virtual void requestCreation(FilesCreateBean bean, NetworkCallback<FilesCreateResponse> onCreated) = 0;

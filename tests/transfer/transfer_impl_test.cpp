@@ -16,7 +16,7 @@ class TransferImplTest : public UploadTest {
         transfer_.uploadFile(std::move(cloudPath), fileOf("abc"), fileId, autoRename, slicer_,
                              events.callback());
         EXPECT_EQ(events.waitForLast(), "onSuccess 0 rapid success");
-        return server_.requests().back().body;
+        return server_->requests().back().body;
     }
 
     TransferImpl transfer_;
@@ -50,7 +50,7 @@ TEST_F(TransferImplTest, ReadsTheContainerWhenTheUploadStarts) {
     CloudInstance::shared().contentId = "second";
     letGo.set();
     EXPECT_EQ(events.waitForLast(), "onSuccess 0 success");
-    EXPECT_THAT(server_.requests().at(0).body, HasSubstr(R"("containerId":"first")"));
+    EXPECT_THAT(server_->requests().at(0).body, HasSubstr(R"("containerId":"first")"));
 }
 
 TEST_F(TransferImplTest, LeavesTheContainerOutWhereThereIsNone) {
@@ -65,7 +65,7 @@ TEST_F(TransferImplTest, DownloadsIntoTheFile) {
     std::optional<URL> success;
     const auto place = URL::file(folder_ / "new/place");
     const auto handle = transfer_.downloadFile(
-        URL(server_.url("/content")), "file-9", place, nullptr, [&](const DownloadResult& result) {
+        URL(server_->url("/content")), "file-9", place, nullptr, [&](const DownloadResult& result) {
             if (const auto* it = std::get_if<DownloadResult::success>(&result.value)) success = it->file;
             ended.set();
         });
@@ -83,12 +83,12 @@ TEST_F(TransferImplTest, MakesAnObjectForEachDownload) {
     std::shared_ptr<Cancelable> handles[2];
     for (int i = 0; i < 2; ++i)
         handles[i] =
-            transfer_.downloadFile(URL(server_.url("/content")), "", URL::file(folder_ / std::to_string(i)),
+            transfer_.downloadFile(URL(server_->url("/content")), "", URL::file(folder_ / std::to_string(i)),
                                    nullptr, [&, i](const DownloadResult&) { ended[i].set(); });
     EXPECT_NE(handles[0], handles[1]);
     EXPECT_TRUE(ended[0].wait());
     EXPECT_TRUE(ended[1].wait());
-    for (const auto& request : server_.requests()) EXPECT_FALSE(request.header("Range"));
+    for (const auto& request : server_->requests()) EXPECT_FALSE(request.header("Range"));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstdint>
 #include <fstream>
@@ -22,6 +23,7 @@
 #include "tests/support/scripted_server.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_platform.h"
+#include "tests/transfer/waiting.h"
 
 namespace baseapi {
 
@@ -50,8 +52,12 @@ class UploadEvents {
         std::lock_guard lock(mutex_);
         return lastEvents_;
     }
-    /// The last event; empty where none comes in time.
-    std::string waitForLast() { return waitForLasts(1) ? all().back() : ""; }
+    /// The last event, the first of them where a cancelled upload repeats it; empty where none comes in time.
+    std::string waitForLast() const {
+        if (!waitForLasts(1)) return "";
+        const auto texts = all();
+        return *std::ranges::find_if(texts, isLast);
+    }
     /// Waits for so many last events.
     [[nodiscard]] bool waitForLasts(std::size_t count) const {
         std::unique_lock lock(mutex_);
@@ -59,11 +65,14 @@ class UploadEvents {
     }
 
   private:
+    static bool isLast(const std::string& text) {
+        return text.starts_with("onSuccess") || text.starts_with("onFailure");
+    }
     void take(const UploadProcessResult& event) {
         const auto text = describe(event);
         std::lock_guard lock(mutex_);
         texts_.push_back(text);
-        if (text.starts_with("onSuccess") || text.starts_with("onFailure")) {
+        if (isLast(text)) {
             ++lastEvents_;
             changed_.notify_all();
         }
@@ -119,10 +128,16 @@ class UploadTest : public testing::Test {
 
     void SetUp() override {
         test_support::recordingLog().clear();
-        CloudInstance::shared().host = server_.url();
+        CloudInstance::shared().host = server_->url();
         CloudInstance::shared().token = "token";
         CloudInstance::shared().contentId = "container";
         on(complete, 200, R"({"code":0,"msg":"done"})");
+    }
+
+    /// Ends whatever a test has left under way, so that none of it reaches the next.
+    void TearDown() override {
+        server_.reset();
+        waitForQuiet();
     }
 
     void on(const std::string& verbAndPath, ScriptedServer::Handler handler) {
@@ -146,7 +161,7 @@ class UploadTest : public testing::Test {
             const auto number = std::to_string(i + 1);
             parts += (i == 0 ? "" : ",") + std::string(R"({"partNumber":)") + number + R"(,"partSize":)" +
                      std::to_string(sizes[i]) + R"(,"partOffset":)" + std::to_string(offset) +
-                     R"(,"uploadUrl":")" + server_.url("/part/" + number) + R"("})";
+                     R"(,"uploadUrl":")" + server_->url("/part/" + number) + R"("})";
             offset += sizes[i];
         }
         return R"({"code":0,"msg":"ok","fileId":"file-1","rapidUpload":false,"exist":false,"multiParts":[)" +
@@ -156,7 +171,7 @@ class UploadTest : public testing::Test {
     /// The requests so far as "VERB /path".
     std::vector<std::string> calls() const {
         std::vector<std::string> calls;
-        for (const auto& request : server_.requests()) calls.push_back(request.verb + " " + request.target);
+        for (const auto& request : server_->requests()) calls.push_back(request.verb + " " + request.target);
         return calls;
     }
 
@@ -165,19 +180,19 @@ class UploadTest : public testing::Test {
     test_support::TemporaryFolder folder_;
 
   private:
+    ScriptedServer::Handler handlerOf(const test_support::ReceivedRequest& request) {
+        std::lock_guard lock(mutex_);
+        const auto found = handlers_.find(request.verb + " " + request.target);
+        if (found != handlers_.end()) return found->second;
+        return [](Exchange& unknown) { unknown.answer(404, "{}"); };
+    }
+
     std::mutex mutex_;
     std::map<std::string, ScriptedServer::Handler> handlers_;
 
   protected:
-    ScriptedServer server_{[this](Exchange& exchange) {
-        ScriptedServer::Handler handler = [](Exchange& unknown) { unknown.answer(404, "{}"); };
-        {
-            std::lock_guard lock(mutex_);
-            const auto found = handlers_.find(exchange.request.verb + " " + exchange.request.target);
-            if (found != handlers_.end()) handler = found->second;
-        }
-        handler(exchange);
-    }};
+    std::unique_ptr<ScriptedServer> server_ = std::make_unique<ScriptedServer>(
+        [this](Exchange& exchange) { handlerOf(exchange.request)(exchange); });
 };
 
 /// Occupies all workers of the queue of the parts while it lives.
@@ -206,8 +221,5 @@ class OccupiedQueue {
 /// On a machine with one processor no part ever runs.
 #define BASEAPI_NEEDS_PARTS() \
     if (ThreadPoolUtil::queue().width() == 0) GTEST_SKIP() << "the queue of the parts has no width here"
-
-/// Returns when all that the main queue had to do before has been done.
-void drainMainQueue();
 
 }  // namespace baseapi

@@ -18,13 +18,12 @@ class UploadManagerTest : public UploadTest {
         manager_->onTotalCallback = events_.callback();
         file_ = fileOf("0123456789");
     }
-    void TearDown() override { drainMainQueue(); }
 
     /// Part `number` is one byte at that place, and goes to "/part/NUMBER".
     std::string addPart(int number) {
         const auto task = std::make_shared<UploadTask>();
         task->hash1 = std::to_string(number) + std::to_string(number);
-        task->uploadUrl = server_.url("/part/" + std::to_string(number));
+        task->uploadUrl = server_->url("/part/" + std::to_string(number));
         task->file = file_;
         task->offset = number;
         task->length = 1;
@@ -84,7 +83,7 @@ TEST_F(UploadManagerTest, StartsPartsInTheOrderOfTheirKeysNotOfTheirNumbers) {
     for (const int number : {2, 9, 10}) {
         const auto task = std::make_shared<UploadTask>();
         task->hash1 = std::to_string(number) + "0";
-        task->uploadUrl = server_.url("/part/" + std::to_string(number));
+        task->uploadUrl = server_->url("/part/" + std::to_string(number));
         task->file = file_;
         manager->add(task);
         on("PUT /part/" + std::to_string(number), 200);
@@ -112,7 +111,7 @@ TEST_F(UploadManagerTest, FailsOnceAfterAllPartsHaveEndedWhenOneFails) {
     EXPECT_EQ(events_.lastEvents(), 1U);
     EXPECT_EQ(events_.withoutProgress().size(), 6U);
     EXPECT_THAT(events_.all(), Contains("onItemFinish 11 0 false"));
-    EXPECT_EQ(server_.requestCount(), 5U);
+    EXPECT_EQ(server_->requestCount(), 5U);
 }
 
 TEST_F(UploadManagerTest, FailsOnceWhenTheLastPartIsTheOneThatFails) {
@@ -203,7 +202,7 @@ TEST_F(UploadManagerTest, StartsNothingAfterACancel) {
     manager_->submit();
     EXPECT_THAT(events_.all(), ElementsAre("onFailure -1 has cancel"));
     EXPECT_TRUE(logged("UploadManager: UploadManager cancel"));
-    EXPECT_EQ(server_.requestCount(), 0U);
+    EXPECT_EQ(server_->requestCount(), 0U);
 }
 
 TEST_F(UploadManagerTest, FailsAtTheFirstReportAfterACancelAndRepeatsItAtTheNext) {
@@ -215,7 +214,7 @@ TEST_F(UploadManagerTest, FailsAtTheFirstReportAfterACancelAndRepeatsItAtTheNext
         });
     for (const int number : {1, 2}) addPart(number);
     manager_->submit();
-    ASSERT_TRUE(server_.waitForRequests(2));
+    ASSERT_TRUE(server_->waitForRequests(2));
     manager_->cancel();
     bothThere.set();
     EXPECT_EQ(events_.waitForLast(), "onFailure -1 upload part failed");
@@ -247,7 +246,7 @@ TEST_F(UploadManagerTest, GivesNoResultAfterACancelWithNoPartInFlight) {
     manager->onTotalCallback = events_.callback();
     const auto task = std::make_shared<UploadTask>();
     task->hash1 = "10";
-    task->uploadUrl = server_.url("/part/1");
+    task->uploadUrl = server_->url("/part/1");
     task->file = file_;
     manager->add(task);
     manager->submit();
@@ -257,7 +256,7 @@ TEST_F(UploadManagerTest, GivesNoResultAfterACancelWithNoPartInFlight) {
     ASSERT_TRUE(idle.wait());
     drainMainQueue();
     EXPECT_THAT(events_.all(), IsEmpty());
-    EXPECT_EQ(server_.requestCount(), 0U);
+    EXPECT_EQ(server_->requestCount(), 0U);
 }
 
 TEST_F(UploadManagerTest, IsLetGoOfWithItsTasksOnceNobodyNeedsIt) {

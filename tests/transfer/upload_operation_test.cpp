@@ -39,7 +39,7 @@ TEST_F(UploadOperationTest, OccupiesItsWorkerUntilTheUploadHasEnded) {
     std::atomic<bool> nextRan = false;
     queue_.addOperation(operation());
     queue_.addOperation(std::make_shared<BlockOperation>([&] { nextRan = true; }));
-    ASSERT_TRUE(server_.waitForRequests(1));
+    ASSERT_TRUE(server_->waitForRequests(1));
     EXPECT_FALSE(nextRan);
     letGo_.set();
     EXPECT_EQ(events_.waitForLast(), "onSuccess 0 rapid success");
@@ -74,7 +74,7 @@ TEST_F(UploadOperationTest, PassesOnWhatHappensOnTheWay) {
     EXPECT_THAT(events_.withoutProgress(), ElementsAre("onItemFinish 10 0 true", "onSuccess 0 success"));
     EXPECT_TRUE(logged("UploadOperation onProgress bytes = 3, total = 0"));
     EXPECT_TRUE(logged("UploadOperation onItemFinish subHash = 10"));
-    EXPECT_THAT(server_.requests().at(0).body, testing::HasSubstr(R"("parentFolder":["folder-1"])"));
+    EXPECT_THAT(server_->requests().at(0).body, testing::HasSubstr(R"("parentFolder":["folder-1"])"));
 }
 
 TEST_F(UploadOperationTest, DeliversAFailure) {
@@ -97,7 +97,7 @@ TEST_F(UploadOperationTest, NeverRunsWhenItIsCancelledBefore) {
     drainQueue();
     drainMainQueue();
     EXPECT_THAT(events_.all(), IsEmpty());
-    EXPECT_EQ(server_.requestCount(), 0U);
+    EXPECT_EQ(server_->requestCount(), 0U);
 }
 
 TEST_F(UploadOperationTest, FreesItsWorkerAtOnceAndDeliversNoLastEventWhenItIsCancelled) {
@@ -107,7 +107,7 @@ TEST_F(UploadOperationTest, FreesItsWorkerAtOnceAndDeliversNoLastEventWhenItIsCa
     });
     const auto running = operation();
     queue_.addOperation(running);
-    ASSERT_TRUE(server_.waitForRequests(1));
+    ASSERT_TRUE(server_->waitForRequests(1));
     running->cancel();
     drainQueue();  // though the answer is still held back
     letGo_.set();
@@ -119,7 +119,10 @@ TEST_F(UploadOperationTest, FreesItsWorkerAtOnceAndDeliversNoLastEventWhenItIsCa
 }
 
 TEST_F(UploadOperationTest, CancelsTheUploadWhenItIsCancelledWhileTheFileIsHashed) {
-    on(create, 200, createdWithParts({3}));
+    on(create, [&](Exchange& exchange) {
+        EXPECT_TRUE(exchange.waitFor(letGo_));
+        exchange.answer(200, createdWithParts({3}));
+    });
     std::shared_ptr<UploadOperation> running;
     running = std::make_shared<UploadOperation>(
         "", fileOf("abc"), "", 4, std::make_shared<TestSlicer>([&](const URL&) -> std::optional<std::string> {
@@ -128,7 +131,8 @@ TEST_F(UploadOperationTest, CancelsTheUploadWhenItIsCancelledWhileTheFileIsHashe
         }),
         events_.callback());
     queue_.addOperation(running);
-    drainQueue();
+    drainQueue();  // the upload itself is cancelled by then
+    letGo_.set();
     ASSERT_TRUE(test_support::recordingLog().waitForBeginning("UploadProcessTask release self "));
     drainMainQueue();
     EXPECT_THAT(events_.all(), IsEmpty());

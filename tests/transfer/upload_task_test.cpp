@@ -16,7 +16,7 @@ class UploadTaskTest : public UploadTest {
     std::shared_ptr<UploadTask> taskFor(const URL& file, std::int64_t offset, std::int64_t length) {
         auto task = std::make_shared<UploadTask>();
         task->hash1 = "1" + std::to_string(offset);
-        task->uploadUrl = server_.url("/part/1");
+        task->uploadUrl = server_->url("/part/1");
         task->file = file;
         task->offset = offset;
         task->length = length;
@@ -34,7 +34,7 @@ class UploadTaskTest : public UploadTest {
         };
         return task;
     }
-    std::string sentBody() const { return server_.requests().at(0).body; }
+    std::string sentBody() const { return server_->requests().at(0).body; }
 
     std::vector<std::string> ends_;
     std::vector<UploadResult::onProgress> progress_;
@@ -46,7 +46,7 @@ TEST_F(UploadTaskTest, SendsItsRangeOfTheFileWithoutTheSessionsHeaders) {
     taskFor(fileOf("0123456789"), 2, 5)->execute();
     EXPECT_THAT(ends_, ElementsAre("onSuccess 12 success"));
     EXPECT_EQ(sentBody(), "23456");
-    const auto request = server_.requests().at(0);
+    const auto request = server_->requests().at(0);
     EXPECT_EQ(request.header("Content-Type"), "application/octet-stream");
     EXPECT_EQ(request.header("Content-Length"), "5");
     EXPECT_FALSE(request.header("Authorization"));
@@ -82,7 +82,7 @@ TEST_F(UploadTaskTest, SendsNothingOfAPartThatBeginsBehindTheEnd) {
     on("PUT /part/1", 200);
     taskFor(fileOf("0123456789"), 100, 5)->execute();
     EXPECT_THAT(ends_, ElementsAre("onSuccess 1100 success"));
-    EXPECT_EQ(server_.requests().at(0).header("Content-Length"), "0");
+    EXPECT_EQ(server_->requests().at(0).header("Content-Length"), "0");
 }
 
 TEST_F(UploadTaskTest, CountsAnyStatusAsSuccess) {
@@ -97,7 +97,7 @@ TEST_F(UploadTaskTest, FailsWithItsOwnWordsWhenTheConnectionBreaks) {
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 upload sync error"));
     EXPECT_THAT(test_support::recordingLog().lines(),
                 testing::Contains(StartsWith("UploadTask: onFailure ret = ")));
-    EXPECT_EQ(server_.requestCount(), 1U);  // one attempt
+    EXPECT_EQ(server_->requestCount(), 1U);  // one attempt
 }
 
 TEST_F(UploadTaskTest, FailsForAnAddressThatIsNone) {
@@ -117,7 +117,7 @@ TEST_F(UploadTaskTest, RefusesAMissingAddressOrFile) {
     withoutFile->execute();
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 invalid params", "onFailure 10 -1 invalid params"));
     EXPECT_TRUE(logged("UploadTask: file or uploadUrl is null"));
-    EXPECT_EQ(server_.requestCount(), 0U);
+    EXPECT_EQ(server_->requestCount(), 0U);
 }
 
 TEST_F(UploadTaskTest, SendsNothingOnceItIsCancelled) {
@@ -127,7 +127,7 @@ TEST_F(UploadTaskTest, SendsNothingOnceItIsCancelled) {
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 has cancel"));
     EXPECT_TRUE(logged("UploadTask cancel"));
     EXPECT_TRUE(logged("UploadTask: upload has cancel"));
-    EXPECT_EQ(server_.requestCount(), 0U);
+    EXPECT_EQ(server_->requestCount(), 0U);
 }
 
 TEST_F(UploadTaskTest, FailsWhenItIsCancelledOnTheWireThoughTheServiceHasThePart) {
