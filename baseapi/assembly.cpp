@@ -1,5 +1,6 @@
 // The one file that names every implementation.
 
+#include "baseapi/api/backup/backup_impl.h"
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/user/user_impl.h"
 #include "baseapi/core/cloud_instance.h"
@@ -10,6 +11,7 @@ namespace baseapi {
 CloudInstance::CloudInstance()
     : userImpl_(makeUserImpl().release()),
       fileImpl_(makeFileImpl().release()),
-      transferImpl_(new TransferImpl) {}
+      transferImpl_(new TransferImpl),
+      backupImpl_(makeBackupImpl().release()) {}
 
 }  // namespace baseapi

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/user/i_user.h"
 #include "baseapi/core/cloud_instance.h"
@@ -32,7 +33,7 @@ std::string words(const baseapi::DecodingError& error) {
 
 /// The keys of `text` laid over an empty record.
 template <class Bean>
-std::optional<Bean> recordFrom(std::optional<std::string>& text) {
+std::optional<Bean> recordFrom(std::optional<std::string> text) {
     if (!text) return std::nullopt;
     Bean bean{};
     if (const auto error = baseapi::decode(*text, bean, baseapi::DecodingMode::overlay))
@@ -54,14 +55,76 @@ NetworkCallback<Response> encoding(Done done) {
     };
 }
 
-// One function for each shape that operations have.
+/// Takes the argument of a parameter, by the parameter's type, out of those that were given.
+template <class Parameter>
+struct Argument;
 
-template <class Service, class Bean, class Response>
+template <baseapi::Record Bean>
+struct Argument<std::optional<Bean>> {
+    static std::optional<Bean> take(OperationArguments& given) {
+        return recordFrom<Bean>(std::exchange(given.record, std::nullopt));
+    }
+};
+
+template <>
+struct Argument<std::optional<std::string>> {
+    static std::optional<std::string> take(OperationArguments& given) {
+        return std::exchange(given.lockId, std::nullopt);
+    }
+};
+
+template <>
+struct Argument<std::int64_t> {
+    static std::int64_t take(OperationArguments& given) {
+        if (!given.deviceId) throw UsageError{"the device id is missing; give it with --device-id"};
+        return *std::exchange(given.deviceId, std::nullopt);
+    }
+};
+
+void refuseLeftovers(std::string_view operation, const OperationArguments& given) {
+    const std::string name(operation);
+    if (given.record) throw UsageError{name + " takes no record; leave RECORD out"};
+    if (given.lockId) throw UsageError{name + " takes no lock id; leave --lock-id out"};
+    if (given.deviceId) throw UsageError{name + " takes no device id; leave --device-id out"};
+}
+
+template <class Parameter>
+constexpr std::optional<std::string_view> requestName = std::nullopt;
+template <baseapi::Record Bean>
+constexpr std::optional<std::string_view> requestName<std::optional<Bean>> = Bean::recordName;
+
+// One function for each number of parameters that operations have before their callback.
+
+template <class Service, class Response>
 Operation makeOperation(std::function<Service&()> service, std::string_view name,
-                        void (Service::*member)(std::optional<Bean>, NetworkCallback<Response>)) {
-    return {Service::interfaceName, name, Bean::recordName, Response::recordName,
-            [service, member](std::optional<std::string> record, Done done) {
-                (service().*member)(recordFrom<Bean>(record), encoding<Response>(std::move(done)));
+                        void (Service::*member)(NetworkCallback<Response>)) {
+    return {Service::interfaceName, name, std::nullopt, Response::recordName,
+            [=](const OperationArguments& given, Done done) {
+                refuseLeftovers(name, given);
+                (service().*member)(encoding<Response>(std::move(done)));
+            }};
+}
+
+template <class Service, class Parameter, class Response>
+Operation makeOperation(std::function<Service&()> service, std::string_view name,
+                        void (Service::*member)(Parameter, NetworkCallback<Response>)) {
+    return {Service::interfaceName, name, requestName<Parameter>, Response::recordName,
+            [=](OperationArguments given, Done done) {
+                auto argument = Argument<Parameter>::take(given);
+                refuseLeftovers(name, given);
+                (service().*member)(std::move(argument), encoding<Response>(std::move(done)));
+            }};
+}
+
+template <class Service, class First, class Second, class Response>
+Operation makeOperation(std::function<Service&()> service, std::string_view name,
+                        void (Service::*member)(First, Second, NetworkCallback<Response>)) {
+    return {Service::interfaceName, name, requestName<First>, Response::recordName,
+            [=](OperationArguments given, Done done) {
+                auto first = Argument<First>::take(given);
+                auto second = Argument<Second>::take(given);
+                refuseLeftovers(name, given);
+                (service().*member)(std::move(first), std::move(second), encoding<Response>(std::move(done)));
             }};
 }
 
@@ -76,6 +139,7 @@ std::vector<Operation> makeOperations() {
     std::vector<Operation> all;
     add<baseapi::IUser>(all, []() -> baseapi::IUser& { return CloudInstance::shared().getUserImpl(); });
     add<baseapi::IFile>(all, []() -> baseapi::IFile& { return CloudInstance::shared().getFileImpl(); });
+    add<baseapi::IBackUp>(all, []() -> baseapi::IBackUp& { return CloudInstance::shared().getBackupImpl(); });
     return all;
 }
 

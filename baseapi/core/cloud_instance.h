@@ -8,6 +8,7 @@
 
 namespace baseapi {
 
+class IBackUp;
 class IFile;
 class ISliceFile;
 class ITransfer;
@@ -51,6 +52,7 @@ class CloudInstance {
     IUser& getUserImpl() const { return *userImpl_; }
     IFile& getFileImpl() const { return *fileImpl_; }
     ITransfer& getTransferImpl() const { return *transferImpl_; }
+    IBackUp& getBackupImpl() const { return *backupImpl_; }
 
   private:
     /// Builds the service objects, in the order of the fields below.
@@ -60,6 +62,7 @@ class CloudInstance {
     IUser* userImpl_;
     IFile* fileImpl_;
     ITransfer* transferImpl_;
+    IBackUp* backupImpl_;
 };
 
 }  // namespace baseapi

@@ -67,12 +67,13 @@ constexpr Type describe() {
     Type type{KindOf<T>::value, sizeof(T)};
     if constexpr (KindOf<T>::value == Kind::record) {
         type.record = &codecOf<T>;
-    } else if constexpr (KindOf<T>::value == Kind::array) {
+    } else {
+        type.zero = [](void* value) { *static_cast<T*>(value) = T{}; };
+    }
+    if constexpr (KindOf<T>::value == Kind::array) {
         static_assert(!std::same_as<T, std::vector<bool>>, "its elements have no address");
         type.element = &typeOf<typename T::value_type>;
         type.array = &arrayAccess<T>;
-    } else if constexpr (std::is_arithmetic_v<T> || std::same_as<T, LenientInt64>) {
-        type.zero = [](void* value) { *static_cast<T*>(value) = T{}; };
     }
     return type;
 }

@@ -50,7 +50,7 @@ struct ArrayAccess {
 struct Type {
     Kind kind;
     std::size_t size;
-    /// Gives the value it has in a new record; only for scalars.
+    /// Gives it the empty value of its type; none for records.
     void (*zero)(void* value) = nullptr;
     const Type* element = nullptr;
     const ArrayAccess* array = nullptr;

@@ -27,9 +27,21 @@ void RequestCore::setAddress(std::string path, std::string query) {
     params = std::move(query);
 }
 
-int RequestCore::setBody(const RecordCodec& codec, const void* record) {
-    const auto error = encode(codec, record, body.emplace());
-    return error ? refused : built;
+void RequestCore::setHeader(const std::string& name, std::optional<std::string> value) {
+    if (!heads) heads.emplace();
+    if (value) {
+        (*heads)[name] = *std::move(value);
+    } else {
+        heads->erase(name);
+    }
+}
+
+std::optional<EncodingError> RequestCore::encodeBody(const RecordCodec& codec, const void* record) {
+    return encode(codec, record, body.emplace());
+}
+
+void RequestCore::logRefusal(const EncodingError& error) {
+    logLine("JSON encoding failed: ", error.description());
 }
 
 void RequestCore::setFixedHeaders() {

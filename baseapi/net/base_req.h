@@ -52,13 +52,23 @@ class RequestCore : public std::enable_shared_from_this<RequestCore> {
     /// Makes the record the body: `built`, or `refused` where it has no JSON form.
     template <Record R>
     int setBody(const R& record) {
-        return setBody(codecOf<R>(), &record);
+        return encodeBody(codecOf<R>(), &record) ? refused : built;
     }
+    /// Likewise; one log line says why a record has no JSON form.
+    template <Record R>
+    int setBodyOrLog(const R& record) {
+        const auto error = encodeBody(codecOf<R>(), &record);
+        if (error) logRefusal(*error);
+        return error ? refused : built;
+    }
+    /// Puts an extra header in, or takes it out where the value is absent.
+    void setHeader(const std::string& name, std::optional<std::string> value);
 
   private:
     friend class HttpHelper;
 
-    int setBody(const RecordCodec& codec, const void* record);
+    std::optional<EncodingError> encodeBody(const RecordCodec& codec, const void* record);
+    static void logRefusal(const EncodingError& error);
     void setFixedHeaders();
     HTTPRequest httpRequest();
     void send(HTTPRequest request);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,9 @@ class QueryText {
     QueryText& add(std::string_view name, std::string_view value);
     QueryText& add(std::string_view name, std::same_as<bool> auto value) {
         return add(name, value ? "true" : "false");
+    }
+    QueryText& add(std::string_view name, std::same_as<std::int64_t> auto value) {
+        return add(name, std::to_string(value));
     }
     /// Leaves out an absent value; an empty one is sent.
     QueryText& addIfPresent(std::string_view name, const std::optional<std::string>& value);

@@ -90,16 +90,14 @@ class Call : public Command {
 
     ExitStatus call(Host& host, const Operation& operation) const {
         const std::string name(operation.name);
-        if (lockId_) throw UsageError{name + " takes no lock id; leave --lock-id out"};
-        if (deviceId_) throw UsageError{name + " takes no device id; leave --device-id out"};
-        auto record = recordText(record_);
+        OperationArguments arguments{recordText(record_), lockId_, deviceId_};
 
         host.interrupt().setWork({[] {}, [name] { return "the answer to " + name; }});
         const auto result = std::make_shared<std::optional<OperationResult>>();
         const auto limit =
             Monitor::Clock::now() + std::chrono::duration_cast<Monitor::Clock::duration>(
                                         std::chrono::duration<double>(std::min(wait_, longestWait)));
-        operation.call(std::move(record), [result, &monitor = host.monitor()](OperationResult answer) {
+        operation.call(std::move(arguments), [result, &monitor = host.monitor()](OperationResult answer) {
             monitor.change([&] { result->emplace(std::move(answer)); });
         });
         if (!host.monitor().wait([&] { return result->has_value(); }, limit)) {

@@ -2,16 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <variant>
 
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/json/codec.h"
 #include "baseapi/net/network_result.h"
+#include "tests/support/event.h"
 #include "tests/support/scripted_server.h"
 
 namespace baseapi {
@@ -21,12 +26,15 @@ struct Sent {
     std::string verb;
     std::string target;
     std::optional<std::string> body;
+    /// The header "x-backup-lock-id".
+    std::optional<std::string> lockId = std::nullopt;
 
     bool operator==(const Sent&) const = default;
 };
 
 inline void PrintTo(const Sent& sent, std::ostream* out) {
-    *out << sent.verb << " " << sent.target << " " << sent.body.value_or("(no body)");
+    *out << sent.verb << " " << sent.target << " " << sent.body.value_or("(no body)") << " "
+         << sent.lockId.value_or("(no lock id)");
 }
 
 /// The request is refused and nothing is sent.
@@ -42,6 +50,11 @@ struct OperationRow {
     /// The record's JSON text, laid over a fresh record.
     std::optional<std::string> record;
     std::optional<Sent> sent;
+    /// What stands beside the record or in its place.
+    std::optional<std::string> lockId = std::nullopt;
+    std::int64_t deviceId = 0;
+    /// The service's answer, as the response record writes it.
+    std::string answer = "{}";
 };
 
 inline void PrintTo(const OperationRow& row, std::ostream* out) {
@@ -58,20 +71,14 @@ struct CallOutcome {
     bool onCallersThread = false;
 };
 
-template <class Interface, class Bean, class Response>
-CallOutcome callOperation(Interface& service,
-                          void (Interface::*operation)(std::optional<Bean>, NetworkCallback<Response>),
-                          std::optional<std::string> recordText) {
-    std::optional<Bean> bean;
-    if (recordText) {
-        const auto error = decode(*recordText, bean.emplace(), DecodingMode::overlay);
-        EXPECT_FALSE(error) << error->description();
-    }
+/// Waits for the answer of a call that `begin` begins with the callback it is given.
+template <class Response>
+CallOutcome awaitAnswer(const std::function<void(NetworkCallback<Response>)>& begin) {
     CallOutcome outcome;
     test_support::Event arrived;
     std::atomic<bool> returned{false};
     const auto caller = std::this_thread::get_id();
-    (service.*operation)(std::move(bean), [&](const NetworkResult<Response>& result) {
+    begin([&](const NetworkResult<Response>& result) {
         outcome.beforeReturn = !returned;
         outcome.onCallersThread = std::this_thread::get_id() == caller;
         outcome.result = result.visit(
@@ -86,15 +93,65 @@ CallOutcome callOperation(Interface& service,
     return outcome;
 }
 
-/// Calls the operation of this name.
+// What a row gives to a parameter of an operation, by the parameter's type.
+
+template <class Parameter>
+struct ArgumentOf;
+template <Record Bean>
+struct ArgumentOf<std::optional<Bean>> {
+    static std::optional<Bean> in(const OperationRow& row) {
+        if (!row.record) return std::nullopt;
+        auto text = *row.record;
+        Bean bean{};
+        const auto error = decode(text, bean, DecodingMode::overlay);
+        EXPECT_FALSE(error) << error->description();
+        return bean;
+    }
+};
+template <>
+struct ArgumentOf<std::optional<std::string>> {
+    static std::optional<std::string> in(const OperationRow& row) { return row.lockId; }
+};
+template <>
+struct ArgumentOf<std::int64_t> {
+    static std::int64_t in(const OperationRow& row) { return row.deviceId; }
+};
+
+template <class Interface, class Response>
+CallOutcome callMember(Interface& service, void (Interface::*operation)(NetworkCallback<Response>),
+                       const OperationRow&) {
+    return awaitAnswer<Response>([&](auto callback) { (service.*operation)(std::move(callback)); });
+}
+template <class Interface, class First, class Response>
+CallOutcome callMember(Interface& service, void (Interface::*operation)(First, NetworkCallback<Response>),
+                       const OperationRow& row) {
+    return awaitAnswer<Response>(
+        [&](auto callback) { (service.*operation)(ArgumentOf<First>::in(row), std::move(callback)); });
+}
+template <class Interface, class First, class Second, class Response>
+CallOutcome callMember(Interface& service,
+                       void (Interface::*operation)(First, Second, NetworkCallback<Response>),
+                       const OperationRow& row) {
+    return awaitAnswer<Response>([&](auto callback) {
+        (service.*operation)(ArgumentOf<First>::in(row), ArgumentOf<Second>::in(row), std::move(callback));
+    });
+}
+
+/// Makes the row's call.
 template <class Interface>
-CallOutcome callOperation(Interface& service, std::string_view name, std::optional<std::string> recordText) {
+CallOutcome callRow(Interface& service, const OperationRow& row) {
     std::optional<CallOutcome> outcome;
     Interface::operations([&](std::string_view each, auto operation) {
-        if (each == name) outcome = callOperation(service, operation, recordText);
+        if (each == row.operation) outcome = callMember(service, operation, row);
     });
-    EXPECT_TRUE(outcome) << "no operation " << name;
+    EXPECT_TRUE(outcome) << "no operation " << row.operation;
     return outcome.value_or(CallOutcome{});
+}
+
+/// Calls the operation of this name.
+template <class Interface>
+CallOutcome callOperation(Interface& service, std::string name, std::optional<std::string> record) {
+    return callRow(service, {std::move(name), "", std::move(record), std::nullopt});
 }
 
 /// A service that gives one answer to everything.
@@ -114,17 +171,19 @@ class ServiceTest : public testing::Test {
         if (requests.empty()) return std::nullopt;
         const auto& request = requests.front();
         Sent seen{request.verb, request.target, std::nullopt};
-        if (request.header("Content-Length")) seen.body = request.body;
+        if (!request.body.empty()) seen.body = request.body;
+        seen.lockId = request.header("x-backup-lock-id");
         return seen;
     }
 
     template <class Interface>
     void expectRow(Interface& service, const OperationRow& row) {
-        const auto outcome = callOperation(service, row.operation, row.record);
+        answer_ = row.answer;
+        const auto outcome = callRow(service, row);
         EXPECT_EQ(sent(), row.sent);
         EXPECT_EQ(outcome.onCallersThread, !row.sent);
         if (row.sent) {
-            EXPECT_EQ(std::get<std::string>(outcome.result), "{}");
+            EXPECT_EQ(std::get<std::string>(outcome.result), row.answer);
         } else {
             EXPECT_TRUE(outcome.beforeReturn);
             EXPECT_EQ(std::get<NetworkFailure>(outcome.result).code, -1);

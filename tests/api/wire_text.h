@@ -8,12 +8,14 @@
 
 #include "baseapi/json/codec.h"
 #include "baseapi/json/json_value.h"
+#include "baseapi/json/lenient_int64.h"
 
 namespace baseapi {
 
-/// Fields of these types read what is no object as absent.
+/// Fields of these types take a value of any type: as absent, or as 0.
 template <class Field>
-inline constexpr bool takesAnything = std::same_as<Field, std::optional<FlatMap>>;
+inline constexpr bool takesAnything =
+    std::same_as<Field, std::optional<FlatMap>> || std::same_as<Field, LenientInt64>;
 
 /// The record's wire text is this one, in both directions, and a value of another type under any of its keys
 /// fails it there.

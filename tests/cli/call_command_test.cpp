@@ -47,6 +47,10 @@ TEST_F(CallCommandTest, TheListNamesInterfaceOperationAndRecords) {
         list.lines,
         Contains(
             R"({"interface":"IUser","operation":"getToken","request":"AuthCodeBean","response":"UserAuthResp"})"));
+    EXPECT_THAT(
+        list.lines,
+        Contains(
+            R"({"interface":"IBackUp","operation":"getDevices","request":null,"response":"DevicesResponse"})"));
     EXPECT_EQ(server_.requestCount(), 0U);
     const auto text = run({"call", "--list"});
     EXPECT_THAT(text.output, HasSubstr("IFile.filesList(FilesListBean) -> FilesListResponse\n"));
@@ -127,6 +131,39 @@ TEST_F(CallCommandTest, ARecordThatCannotBeReadCannotBeUsed) {
 TEST_F(CallCommandTest, AnOperationThatTakesNoLockIdOrDeviceIdRefusesThem) {
     EXPECT_EQ(call({"fileComplete", "{}", "--lock-id", ""}).status, 2);
     EXPECT_EQ(call({"fileComplete", "{}", "--device-id", "1"}).status, 2);
+}
+
+TEST_F(CallCommandTest, ALockIdGoesIntoTheHeader) {
+    EXPECT_EQ(call({"createRecord", R"({"moduleCode":"102"})", "--lock-id", "l1"}).status, 0);
+    EXPECT_EQ(server_.requests().at(0).header("x-backup-lock-id"), "l1");
+    EXPECT_EQ(call({"deleteBackupLock", "--lock-id", ""}).status, 0);
+    EXPECT_EQ(server_.requests().at(1).header("x-backup-lock-id"), "");
+}
+
+TEST_F(CallCommandTest, ALockIdThatIsNotGivenIsAbsent) {
+    EXPECT_EQ(call({"backupDelete", R"({"recordId":"r1"})"}).status, 0);
+    EXPECT_EQ(server_.requests().at(0).header("x-backup-lock-id"), std::nullopt);
+    const auto refused = call({"keepBackupLock"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.lines,
+                ElementsAre(R"({"event":"failure","code":-1,"message":"params build faild"})"));
+}
+
+TEST_F(CallCommandTest, ADeviceIdGoesIntoThePath) {
+    EXPECT_EQ(call({"unbindDevice", "--device-id", "7"}).status, 0);
+    EXPECT_EQ(server_.requests().at(0).target, "/quillbox/ose/v1/backup/device/7");
+    EXPECT_EQ(call({"unbindDevice"}).status, 2);
+}
+
+TEST_F(CallCommandTest, AnOperationThatNeverAnswersEndsWithItsWait) {
+    EXPECT_EQ(call({"updateConfigInfo", R"({"deviceId":"7"})", "--wait", "0.1"}).status, 3);
+    EXPECT_EQ(server_.requestCount(), 0U);
+}
+
+TEST_F(CallCommandTest, AFatalStopOfTheLibraryEndsTheProcess) {
+    const auto result = call({"getConfigInfo", "{}"});
+    EXPECT_THAT(result.error, HasSubstr("moduleCode is absent"));
+    EXPECT_NE(result.status, 0);
 }
 
 TEST_F(CallCommandTest, NoAnswerInTimeHasAStatusOfItsOwn) {

@@ -8,9 +8,9 @@
 namespace quillbox {
 namespace {
 
-std::string whyUnusable(std::string_view operation, std::optional<std::string> record) {
+std::string whyUnusable(std::string_view operation, OperationArguments arguments) {
     try {
-        operationNamed(operation).call(std::move(record), [](const OperationResult&) {});
+        operationNamed(operation).call(std::move(arguments), [](const OperationResult&) {});
     } catch (const UsageError& error) {
         return error.text;
     }
@@ -27,10 +27,21 @@ TEST(Operations, EachOneNamesItsInterfaceAndRecords) {
 TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
     std::vector<std::string> names;
     for (const auto& operation : operations()) names.emplace_back(operation.name);
-    EXPECT_THAT(names, testing::ElementsAre("getToken", "getAccessFiles", "createDirectory", "fileComplete",
-                                            "fileRename", "filesCreate", "fileSearch", "filesList",
-                                            "filesPath", "filesStatsDir", "getDownloadUrl", "getFileDetail",
-                                            "getUploadUrl", "getFilePreviewUrl"));
+    EXPECT_THAT(names,
+                testing::ElementsAre(
+                    "getToken", "getAccessFiles", "createDirectory", "fileComplete", "fileRename",
+                    "filesCreate", "fileSearch", "filesList", "filesPath", "filesStatsDir", "getDownloadUrl",
+                    "getFileDetail", "getUploadUrl", "getFilePreviewUrl", "unbindDevice", "bindDevice",
+                    "getDevices", "createBackupLock", "keepBackupLock", "deleteBackupLock", "backupComplete",
+                    "backupDelete", "backupGet", "createRecord", "getRecords", "getRecordFiles",
+                    "createRecordFile", "addScope", "deleteScope", "getScope", "listConfigInfos",
+                    "getConfigInfo", "addConfigInfo", "updateConfigInfo"));
+}
+
+TEST(Operations, OneWithoutARecordNamesNone) {
+    for (const auto* name : {"getDevices", "unbindDevice", "keepBackupLock", "deleteBackupLock"})
+        EXPECT_EQ(operationNamed(name).request, std::nullopt) << name;
+    EXPECT_EQ(operationNamed("createRecord").request, "CreateRecordBean");
 }
 
 TEST(Operations, AnUnknownNameCannotBeUsed) {
@@ -43,15 +54,27 @@ TEST(Operations, AnUnknownNameCannotBeUsed) {
 }
 
 TEST(Operations, AWrongTypeCannotBeUsedAndItsPlaceIsNamed) {
-    EXPECT_THAT(whyUnusable("filesList", R"({"pageInfo":{"pageSize":"10"}})"),
+    EXPECT_THAT(whyUnusable("filesList", {R"({"pageInfo":{"pageSize":"10"}})"}),
                 testing::AllOf(testing::HasSubstr("pageInfo.pageSize"), testing::HasSubstr("FilesListBean")));
-    EXPECT_NE(whyUnusable("filesList", "[1]"), "");
-    EXPECT_NE(whyUnusable("filesList", "5"), "");
+    EXPECT_NE(whyUnusable("filesList", {"[1]"}), "");
+    EXPECT_NE(whyUnusable("filesList", {"5"}), "");
 }
 
 TEST(Operations, WhatIsNoJsonCannotBeUsed) {
     for (const auto* text : {"", "{", "{\"a\":}", "nonsense", "{} {}"})
-        EXPECT_NE(whyUnusable("filesList", text), "") << text;
+        EXPECT_NE(whyUnusable("filesList", {text}), "") << text;
+}
+
+TEST(Operations, WhatAnOperationDoesNotTakeCannotBeUsed) {
+    EXPECT_THAT(whyUnusable("getDevices", {"{}"}), testing::HasSubstr("getDevices takes no record"));
+    EXPECT_THAT(whyUnusable("keepBackupLock", {"{}", "l"}), testing::HasSubstr("takes no record"));
+    EXPECT_THAT(whyUnusable("getDevices", {{}, ""}), testing::HasSubstr("takes no lock id"));
+    EXPECT_THAT(whyUnusable("getRecords", {"{}", "l"}), testing::HasSubstr("takes no lock id"));
+    EXPECT_THAT(whyUnusable("createRecord", {"{}", "l", 1}), testing::HasSubstr("takes no device id"));
+}
+
+TEST(Operations, ADeviceIdThatIsMissingCannotBeUsed) {
+    EXPECT_THAT(whyUnusable("unbindDevice", {}), testing::HasSubstr("--device-id"));
 }
 
 }  // namespace

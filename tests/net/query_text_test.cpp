@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 namespace baseapi {
 namespace {
 
@@ -12,6 +14,11 @@ TEST(QueryText, IsEmptyWithoutParts) {
 TEST(QueryText, JoinsItsPartsInTheirOrder) {
     EXPECT_EQ(QueryText().add("b", "1").add("a", "2").add("c", true).add("d", false).text(),
               "b=1&a=2&c=true&d=false");
+}
+
+TEST(QueryText, WritesNumbersInDecimal) {
+    EXPECT_EQ(QueryText().add("a", std::int64_t{-1}).add("b", std::int64_t{9007199254740993}).text(),
+              "a=-1&b=9007199254740993");
 }
 
 TEST(QueryText, EscapesNothing) {

@@ -13,8 +13,6 @@ template const RecordCodec& codecOf<CreateDirectoryBean>();
 template const RecordCodec& codecOf<CreateDirectoryResponse>();
 template const RecordCodec& codecOf<FilesCompleteBean>();
 template const RecordCodec& codecOf<FilesRenameBean>();
-template const RecordCodec& codecOf<FilesCreateBean>();
-template const RecordCodec& codecOf<FilesCreateResponse>();
 template const RecordCodec& codecOf<FilesSearchBean>();
 template const RecordCodec& codecOf<FileSearchResponse>();
 template const RecordCodec& codecOf<FilesListBean>();

@@ -10,6 +10,7 @@
 #include "baseapi/api/records/capabilities.h"
 #include "baseapi/api/records/download_link.h"
 #include "baseapi/api/records/file_bean.h"
+#include "baseapi/api/records/files_create.h"
 #include "baseapi/api/records/filter.h"
 #include "baseapi/api/records/multi_part_info.h"
 #include "baseapi/api/records/page_info.h"
@@ -125,51 +126,6 @@ struct FilesRenameBean {
     std::int64_t renameMode = 2;
 
     BASEAPI_FIELDS(FilesRenameBean, fileId, containerId, name, renameMode)
-};
-
-/// What `filesCreate` takes.
-struct FilesCreateBean {
-    std::optional<std::string> createdTime;
-    std::optional<std::string> description;
-    std::optional<std::string> mimeType;
-    std::optional<std::string> fileName;
-    std::optional<std::string> fileType;
-    std::optional<std::vector<std::string>> parentFolder;
-    std::optional<std::string> sha256;
-    /// The size of the file in bytes.
-    std::int64_t length = 0;
-    std::optional<std::string> uploadMode;
-    std::int64_t uploadType = 1;
-    std::int64_t autoRename = 2;
-    std::optional<std::vector<MultiPartInfo>> multiParts;
-    std::optional<std::string> containerId;
-    std::optional<std::string> preHash;
-    std::optional<std::string> proofCode;
-    bool hidden = false;
-    std::string scene;
-
-    BASEAPI_FIELDS(FilesCreateBean, createdTime, description, mimeType, fileName, fileType, parentFolder,
-                   sha256, length, uploadMode, uploadType, autoRename, multiParts, containerId, preHash,
-                   proofCode, hidden, scene)
-};
-
-/// What `filesCreate` answers.
-struct FilesCreateResponse : BaseResponse {
-    std::optional<std::string> fileId;
-    /// The service has the content already: there are no parts to send.
-    std::optional<bool> rapidUpload;
-    std::optional<std::string> containerId;
-    std::optional<std::string> fileName;
-    std::optional<std::string> uploadId;
-    std::optional<std::vector<std::string>> parentFolder;
-    /// The folder has this very file already: there are no parts to send.
-    std::optional<bool> exist;
-    /// The parts to send, an `uploadUrl` in each.
-    std::optional<std::vector<MultiPartInfo>> multiParts;
-    std::optional<bool> matchedPreHash;
-
-    BASEAPI_FIELDS_OF(FilesCreateResponse, BaseResponse, fileId, rapidUpload, containerId, fileName, uploadId,
-                      parentFolder, exist, multiParts, matchedPreHash)
 };
 
 /// What `fileSearch` takes.

@@ -8,6 +8,7 @@
 #include "baseapi/api/records/file.h"
 #include "baseapi/api/records/file_bean.h"
 #include "baseapi/api/records/file_id_info.h"
+#include "baseapi/api/records/files_create.h"
 #include "baseapi/api/records/filter.h"
 #include "baseapi/api/records/images.h"
 #include "baseapi/api/records/multi_part_info.h"
@@ -54,6 +55,8 @@ template const RecordCodec& codecOf<FileListMetadata>();
 template const RecordCodec& codecOf<FileBean>();
 template const RecordCodec& codecOf<MultiPartInfo>();
 template const RecordCodec& codecOf<FilePartInfo>();
+template const RecordCodec& codecOf<FilesCreateBean>();
+template const RecordCodec& codecOf<FilesCreateResponse>();
 template const RecordCodec& codecOf<PageInfo>();
 template const RecordCodec& codecOf<FileSortInfo>();
 template const RecordCodec& codecOf<SortInfo>();
