@@ -49,7 +49,7 @@ std::vector<baseapi::FileListMetadata> listFolder(const Host& host, const std::s
 
 std::string ensureFolder(const Host& host, const std::string& name,
                          const std::optional<std::string>& parentId) {
-    const std::string what = "the folder " + name;
+    const std::string what = "the folder \"" + name + "\"";
     baseapi::CreateDirectoryBean bean;
     bean.fileName = name;
     bean.fileType = folderType;

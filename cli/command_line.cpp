@@ -45,6 +45,8 @@ struct CommandLine::Parser {
 
     std::string whyUnusable(const CLI::ParseError& error) const {
         const auto chosen = app.get_subcommands();
+        if (const auto rest = app.remaining(); chosen.empty() && !rest.empty())
+            return "there is no command " + rest.front() + "; see quillbox --help";
         const auto name = chosen.empty() ? std::string() : chosen.front()->get_name() + " ";
         return firstLineOf(error.what()) + "; see quillbox " + name + "--help";
     }

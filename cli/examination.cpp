@@ -60,25 +60,37 @@ Finding examineToken(const std::optional<std::string>& token) {
     return {name, State::fine, "a token is set", {}};
 }
 
-Finding unreachable(const std::string& why) {
-    const bool tls = why.find("certificate") != std::string::npos || why.find("SSL") != std::string::npos;
-    return {"answer", State::problem, "no answer: " + why,
-            tls ? "name the service's certificates with --cacert, or look at the clock"
-                : "look at host and port, and whether the service runs"};
-}
-
-/// One small request that every signed-in user may send.
-Finding examineAnswer(const Host& host) try {
+/// One small request that every signed-in user may send; what came in place of its success.
+std::optional<ServiceFailure> askFirstQuestion(const Host& host) try {
     host.ask("a first question", baseapi::CloudInstance::shared().getFileImpl(),
              &baseapi::IFile::getAccessFiles, std::optional<baseapi::GetAccessFilesBean>());
-    return {"answer", State::fine, "the service answers and accepts the token", {}};
+    return std::nullopt;
 } catch (const ServiceFailure& failure) {
-    constexpr std::string_view transport = "request error ";
-    if (failure.code == -1 && failure.message.starts_with(transport))
-        return unreachable(failure.message.substr(transport.size()));
-    return {"answer", State::problem,
-            "the service refuses: " + (failure.code == -1 ? "" : std::to_string(failure.code) + " ") +
-                failure.message,
+    return failure;
+}
+
+/// Why no answer came, absent where one did.
+std::optional<std::string> transportError(const std::optional<ServiceFailure>& failure) {
+    constexpr std::string_view prefix = "request error ";
+    if (!failure || failure->code != -1 || !failure->message.starts_with(prefix)) return std::nullopt;
+    return failure->message.substr(prefix.size());
+}
+
+bool concernsTls(const std::string& error) {
+    return error.find("certificate") != std::string::npos || error.find("SSL") != std::string::npos ||
+           error.find("TLS") != std::string::npos;
+}
+
+Finding examineAnswer(const std::optional<ServiceFailure>& failure) {
+    const std::string name = "answer";
+    if (!failure) return {name, State::fine, "the service answers and accepts the token", {}};
+    if (const auto error = transportError(failure))
+        return {
+            name, State::problem, "no answer: " + *error,
+            concernsTls(*error) ? "mend TLS first" : "look at host and port, and whether the service runs"};
+    return {name, State::problem,
+            "the service refuses: " + (failure->code == -1 ? "" : std::to_string(failure->code) + " ") +
+                failure->message,
             "sign in anew with quillbox sign-in --code CODE, and see that the host is the service's"};
 }
 
@@ -115,6 +127,22 @@ Finding examineClock(std::time_t now) {
             "set the clock, or have it set by the network"};
 }
 
+Finding examineTls(const std::string& address, const std::optional<std::string>& error) {
+    const std::string name = "TLS";
+    if (!address.starts_with("https://")) {
+        const auto server = serverName(address).value_or("");
+        if (server == "localhost" || server == "::1" || server.starts_with("127."))
+            return {name, State::fine, "not needed: the host is this machine", {}};
+        return {name, State::warning, "everybody on the way can read the token and the files",
+                "name the host with https"};
+    }
+    if (!error) return {name, State::fine, "the host has shown a certificate that is trusted", {}};
+    if (!concernsTls(*error))
+        return {name, State::warning, "no answer, so nothing is known of it", "see below"};
+    return {name, State::problem, *error,
+            "name the service's certificates with --cacert, or look at the clock"};
+}
+
 std::optional<std::string> serverName(const std::string& address) {
     const auto scheme = address.find("://");
     if (scheme == std::string::npos) return std::nullopt;
@@ -148,7 +176,10 @@ void examine(const Host& host, const std::function<void(const Finding&)>& found)
     if (addressFinding.state != State::fine) return;
     const auto nameFinding = examineName(*serverName(*address));
     found(nameFinding);
-    if (nameFinding.state == State::fine) found(examineAnswer(host));
+    if (nameFinding.state != State::fine) return;
+    const auto failure = askFirstQuestion(host);
+    found(examineTls(*address, transportError(failure)));
+    found(examineAnswer(failure));
 }
 
 }  // namespace quillbox

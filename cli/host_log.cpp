@@ -5,7 +5,10 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -31,6 +34,25 @@ void advance(std::vector<iovec>& pieces, std::size_t& first, std::size_t written
     pieces[first].iov_len -= written;
 }
 
+bool endsWithin(std::string_view piece) {
+    return piece.find_first_of("\r\n") != piece.npos;
+}
+
+/// The line with its inner line ends spelled out: an answer must not look like further lines of the log.
+std::string inOneLine(std::span<const std::string_view> pieces) {
+    std::string line;
+    for (const auto piece : pieces)
+        for (const char character : piece) {
+            if (character == '\n')
+                line += "\\n";
+            else if (character == '\r')
+                line += "\\r";
+            else
+                line += character;
+        }
+    return line;
+}
+
 }  // namespace
 
 HostLog::HostLog(const std::string& destination) {
@@ -53,7 +75,14 @@ HostLog::~HostLog() {
 
 void HostLog::line(std::span<const std::string_view> pieces) noexcept {
     cause_.read(pieces);
-    if (descriptor_ >= 0) write(pieces);
+    if (descriptor_ < 0) return;
+    if (std::any_of(pieces.begin(), pieces.end(), endsWithin)) {
+        const auto line = inOneLine(pieces);
+        const std::string_view whole = line;
+        write({&whole, 1});
+    } else {
+        write(pieces);
+    }
 }
 
 void HostLog::write(std::span<const std::string_view> pieces) {
@@ -66,7 +95,8 @@ void HostLog::write(std::span<const std::string_view> pieces) {
 
     std::lock_guard lock(mutex_);
     for (std::size_t first = 0; first < rest.size();) {
-        const auto written = ::writev(descriptor_, &rest[first], static_cast<int>(rest.size() - first));
+        const auto count = std::min<std::size_t>(rest.size() - first, IOV_MAX);
+        const auto written = ::writev(descriptor_, &rest[first], static_cast<int>(count));
         if (written >= 0)
             advance(rest, first, static_cast<std::size_t>(written));
         else if (errno != EINTR)

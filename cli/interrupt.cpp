@@ -32,12 +32,12 @@ Interrupt::Interrupt(Monitor& monitor) : monitor_(monitor) {
 
 void Interrupt::listen() {
     const auto signals = listenedTo();
-    for (bool second = false;; second = true) {
-        int signal = 0;
-        sigwait(&signals, &signal);
-        if (second) ::_exit(static_cast<int>(ExitStatus::interrupted));
-        first();
-    }
+    int signal = 0;
+    sigwait(&signals, &signal);
+    // On a thread of its own: the second one ends the process also where a cancel does not return.
+    std::thread([this] { first(); }).detach();
+    sigwait(&signals, &signal);
+    ::_exit(static_cast<int>(ExitStatus::interrupted));
 }
 
 void Interrupt::first() {

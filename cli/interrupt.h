@@ -14,7 +14,7 @@ namespace quillbox {
 /// the process.
 class Interrupt {
   public:
-    /// What is to happen at the first Ctrl-C; both run on this object's thread.
+    /// What is to happen at the first Ctrl-C; both run on a thread of this object's.
     struct Work {
         std::function<void()> cancel;
         /// What is waited for then, such as "the upload of report.pdf".

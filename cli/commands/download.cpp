@@ -83,6 +83,9 @@ class Download : public Command {
         if (url_.has_value() == fileId_.has_value())
             throw UsageError{"download needs either --url URL or --file-id ID"};
         if (to_.empty()) throw UsageError{"--to names no file; give the path of one"};
+        // The library would put the file in the folder's place.
+        if (std::error_code ignored; std::filesystem::is_directory(to_, ignored))
+            throw UsageError{"--to " + to_ + " is a folder; give the path of a file in it"};
         try {
             const auto source = url_ ? Source{*url_, {}, {}, {}} : sourceOf(host, *fileId_);
             fetch(host, source);

@@ -1,3 +1,4 @@
+#include <charconv>
 #include <memory>
 #include <optional>
 
@@ -13,10 +14,19 @@ namespace {
 
 constexpr std::int64_t pageSize = 200;
 
+/// A found item names its size as text.
+std::optional<std::int64_t> sizeOf(const baseapi::FileBean& item) {
+    const auto text = item.size.value_or("");
+    std::int64_t size = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), size);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return size;
+}
+
 void tell(Output& output, const baseapi::FileBean& item) {
     JsonLine event("item");
     event.add("id", item.id).add("name", item.fileName).add("folder", item.fileType == folderType);
-    event.add("size", item.size).add("path", item.namePath);
+    event.add("size", sizeOf(item)).add("path", item.namePath);
     output.event(event, {item.id.value_or("") + "  " + item.namePath.value_or(item.fileName.value_or(""))});
 }
 

@@ -75,7 +75,7 @@ class Comparison {
         CloudItems siblings(listFolder(host_, parentId));
         compare(0, siblings.take(items_[0].isFolder, items_[0].name()));
         host_.output().summary(summary());
-        return different_ == 0 ? ExitStatus::success : ExitStatus::failure;
+        return differing_ + missing_ + unreadable_ == 0 ? ExitStatus::success : ExitStatus::failure;
     }
 
   private:
@@ -135,12 +135,12 @@ class Comparison {
         host_.output().event(JsonLine("same").add("path", file.label), {file.label, Line::Mark::good});
     }
     void differs(const LocalItem& file, const char* why) {
-        ++different_;
+        ++differing_;
         host_.output().event(JsonLine("differs").add("path", file.label).add("why", why),
                              {file.label + "  differs: " + why, Line::Mark::bad});
     }
     void missing(const LocalItem& item) {
-        ++different_;
+        ++missing_;
         host_.output().event(JsonLine("missing").add("path", item.label),
                              {item.label + "  is missing in the cloud", Line::Mark::bad});
     }
@@ -149,14 +149,19 @@ class Comparison {
         host_.output().event(JsonLine("extra").add("path", path), {path + "  is in the cloud alone"});
     }
     void unreadable(const LocalItem& item, const std::string& why) {
-        ++different_;
+        ++unreadable_;
         host_.output().note(item.label + ": it cannot be compared: " + why);
     }
 
     std::string summary() const {
         auto text = std::to_string(same_) + " same";
-        if (different_ > 0) text += ", " + std::to_string(different_) + " not";
-        if (extra_ > 0) text += ", " + std::to_string(extra_) + " in the cloud alone";
+        const auto add = [&](std::int64_t count, const char* words) {
+            if (count > 0) text += ", " + std::to_string(count) + " " + words;
+        };
+        add(differing_, "different");
+        add(missing_, "missing in the cloud");
+        add(unreadable_, "not readable here");
+        add(extra_, "in the cloud alone");
         return text;
     }
 
@@ -165,7 +170,9 @@ class Comparison {
     std::vector<std::vector<std::size_t>> children_;
     const std::shared_ptr<hostkit::SliceFile> slicer_;
     std::int64_t same_ = 0;
-    std::int64_t different_ = 0;
+    std::int64_t differing_ = 0;
+    std::int64_t missing_ = 0;
+    std::int64_t unreadable_ = 0;
     std::int64_t extra_ = 0;
 };
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/cli/quillbox_process.h"
+#include "tests/quillboxd/http_client.h"
 #include "tests/support/quillboxd_process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -18,7 +19,9 @@ namespace quillbox_test {
 /// Tests of the built program against the built local service, signed in.
 class CloudTest : public testing::Test {
   protected:
-    CloudTest() {
+    using Storage = test_support::QuillboxdProcess::Storage;
+
+    explicit CloudTest(Storage storage = Storage::memory) : service_(storage) {
         const auto signedIn = run({"sign-in", "--code", "someone", "--save", tokenFile()}, settings());
         EXPECT_EQ(signedIn.status, 0) << signedIn.error;
     }
@@ -49,6 +52,23 @@ class CloudTest : public testing::Test {
     }
     Outcome text(std::vector<std::string> arguments) const { return run(std::move(arguments), signedIn()); }
 
+    /// Plans a fault of the service.
+    void plan(const std::string& fault) const {
+        EXPECT_EQ(quillboxd_test::send("POST", service_.url() + "/_dev/faults", {}, fault).status, 200);
+    }
+    /// Path and query of each request that has come after the sign-in.
+    std::vector<std::string> journal() const {
+        std::vector<std::string> targets;
+        const auto answer = quillboxd_test::send("GET", service_.url() + "/_dev/requests").object();
+        for (const auto& entry : answer.at("requests").as_array()) {
+            const auto text = [&](const char* key) { return std::string(entry.at(key).as_string()); };
+            targets.push_back(text("verb") + " " + text("path") +
+                              (text("query").empty() ? "" : "?" + text("query")));
+        }
+        targets.erase(targets.begin());
+        return targets;
+    }
+
     std::filesystem::path make(const std::string& name, std::string_view content) const {
         const auto file = home_ / name;
         std::filesystem::create_directories(file.parent_path());
@@ -76,7 +96,7 @@ class CloudTest : public testing::Test {
     }
 
     test_support::TemporaryFolder home_;
-    test_support::QuillboxdProcess service_{test_support::QuillboxdProcess::Storage::memory};
+    test_support::QuillboxdProcess service_;
 };
 
 }  // namespace quillbox_test

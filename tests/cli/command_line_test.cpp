@@ -51,7 +51,8 @@ TEST_F(CommandLineTest, HelpAndVersionAreAnswers) {
 
 TEST_F(CommandLineTest, WhatIsNoCommandCannotBeUsed) {
     expectUnusable(call({}), "quillbox --help");
-    expectUnusable(call({"nonsense"}), "--help");
+    expectUnusable(call({"nonsense"}), "there is no command nonsense; see quillbox --help");
+    expectUnusable(call({"--json", "upsert", "x"}), "there is no command upsert");
     expectUnusable(call({"call", "getAccessFiles", "{}", "more"}), "quillbox call --help");
     expectUnusable(call({"call", "--nonsense"}), "quillbox call --help");
     expectUnusable(call({"upload"}), "PATH");
@@ -110,6 +111,20 @@ TEST_F(CommandLineTest, TokenAndTokenFileTogetherCannotBeUsed) {
         "--token-file");
     expectUnusable(call({"call", "getAccessFiles", "--token-file", (folder_ / "missing").string()}),
                    "No such file or directory");
+}
+
+TEST_F(CommandLineTest, OneOfTokenAndTokenFileWinsOverBothInTheEnvironment) {
+    std::ofstream(folder_ / "token") << "of-the-file\n";
+    RunSettings settings;
+    settings.environment = {
+        {"QUILLBOX_HOST", server_.url()}, {"QUILLBOX_TOKEN", "a"}, {"QUILLBOX_TOKEN_FILE", "b"}};
+    EXPECT_EQ(call({"call", "getAccessFiles", "--token", "of-the-line"}, settings).status, 0);
+    EXPECT_EQ(call({"call", "getAccessFiles", "--token-file", (folder_ / "token").string()}, settings).status,
+              0);
+    ASSERT_EQ(server_.requestCount(), 2U);
+    EXPECT_EQ(server_.requests()[0].header("Authorization"), "of-the-line");
+    EXPECT_EQ(server_.requests()[1].header("Authorization"), "of-the-file");
+    EXPECT_EQ(call({"call", "getAccessFiles"}, settings).status, 2);
 }
 
 TEST_F(CommandLineTest, WithoutAHostTheCallFails) {

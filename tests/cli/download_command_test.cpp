@@ -35,6 +35,39 @@ TEST_F(DownloadFromCloudTest, AnEmptyFileComesBackEmpty) {
     EXPECT_EQ(contentOf(home_ / "back"), "");
 }
 
+TEST_F(DownloadFromCloudTest, AnExistingFileIsReplaced) {
+    make("a.txt", "hello");
+    make("back", "something longer than that");
+    json({"upload", "a.txt"});
+    EXPECT_EQ(json({"download", "--file-id", idOf("a.txt"), "--to", "back"}).status, 0);
+    EXPECT_EQ(contentOf(home_ / "back"), "hello");
+}
+
+TEST_F(DownloadFromCloudTest, AFolderIsNeverReplaced) {
+    make("a.txt", "hello");
+    json({"upload", "a.txt"});
+    fs::create_directories(home_ / "folder");
+    const auto result = json({"download", "--file-id", idOf("a.txt"), "--to", "folder"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.error, "quillbox: --to folder is a folder; give the path of a file in it\n");
+    EXPECT_TRUE(fs::is_directory(home_ / "folder"));
+}
+
+TEST_F(DownloadFromCloudTest, AFullDiskIsAFailureThatLeavesNothing) {
+    make("a.txt", std::string(300'000, 'x'));
+    json({"upload", "a.txt"});
+    fs::create_directories(home_ / "tmp");
+    auto settings = signedIn();
+    settings.environment["TMPDIR"] = (home_ / "tmp").string();
+    settings.fileSizeLimit = 100'000;
+    const auto result = run({"download", "--file-id", idOf("a.txt"), "--to", "back", "--json"}, settings);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.lines.back(), StartsWith(R"({"event":"failure","message":")"));
+    EXPECT_THAT(result.error, StartsWith("back: "));
+    EXPECT_FALSE(fs::exists(home_ / "back"));
+    EXPECT_TRUE(fs::is_empty(home_ / "tmp"));
+}
+
 TEST_F(DownloadFromCloudTest, AnUnknownFileIsAFailure) {
     const auto result = json({"download", "--file-id", "unknown", "--to", "back"});
     EXPECT_EQ(result.status, 1);

@@ -27,6 +27,15 @@ TEST(Examination, AClockThatCannotBeRightIsAProblem) {
     EXPECT_EQ(examineClock(1'800'000'000).state, State::fine);
 }
 
+TEST(Examination, TlsIsNeededOnTheWayToAnotherMachine) {
+    EXPECT_EQ(examineTls("https://cloud.example.org", std::nullopt).state, State::fine);
+    EXPECT_EQ(examineTls("https://cloud.example.org", "SSL certificate problem").state, State::problem);
+    EXPECT_EQ(examineTls("https://cloud.example.org", "Could not connect to server").state, State::warning);
+    EXPECT_EQ(examineTls("http://cloud.example.org", std::nullopt).state, State::warning);
+    EXPECT_EQ(examineTls("http://127.0.0.1:8080", std::nullopt).state, State::fine);
+    EXPECT_EQ(examineTls("http://[::1]:8080", std::nullopt).state, State::fine);
+}
+
 TEST(ServerName, ItIsWhatStandsBetweenSchemeAndPort) {
     EXPECT_EQ(serverName("https://cloud.example.org"), "cloud.example.org");
     EXPECT_EQ(serverName("http://127.0.0.1:8080/base"), "127.0.0.1");

@@ -43,6 +43,20 @@ TEST_F(HostLogTest, LinesAreAppendedAsTheyAre) {
     EXPECT_EQ(content(), "before\nRequest head = Authorization : token\n响应数据: \n");
 }
 
+TEST_F(HostLogTest, AnAnswerOfSeveralLinesIsOneLineOfTheLog) {
+    HostLog log(file_.string());
+    line(log, "响应数据: ", "<html>\r\nRequest head = forged\n</html>\n");
+    line(log, "next", "");
+    EXPECT_EQ(content(), "响应数据: <html>\\r\\nRequest head = forged\\n</html>\\n\nnext\n");
+}
+
+TEST_F(HostLogTest, ALineOfManyPiecesStaysWhole) {
+    HostLog log(file_.string());
+    const std::vector<std::string_view> pieces(5000, "piece ");
+    log.line(pieces);
+    EXPECT_EQ(content().size(), 5000 * 6 + 1);
+}
+
 TEST_F(HostLogTest, TheFileIsReadableByItsOwnerAlone) {
     { HostLog made(file_.string()); }
     EXPECT_EQ(mode(), 0600U);

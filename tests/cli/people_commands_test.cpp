@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "tests/cli/cloud_test.h"
+#include "tests/support/scripted_server.h"
 
 namespace quillbox_test {
 namespace {
@@ -62,6 +63,47 @@ TEST_F(PeopleCommandsTest, AFolderIsMadeOnce) {
     EXPECT_EQ(idOf("inner", idOf("folder")), valueOf(inner.lines.at(0), "id"));
 }
 
+TEST_F(PeopleCommandsTest, NamesOfManyKindsAreNames) {
+    for (const std::string name :
+         {"new\nline", "中文 😀", " ", "\"quotes\" and \\", "--json", "[a,b]", "#?%20&"}) {
+        const auto made = run({"mkdir", "--json", "--", name}, signedIn());
+        EXPECT_EQ(made.status, 0) << name;
+        EXPECT_THAT(run({"search", "--json", "--", name}, signedIn()).lines,
+                    Contains(HasSubstr(valueOf(made.lines.at(0), "id"))));
+    }
+    const auto listed = text({"ls"});
+    EXPECT_EQ(std::count(listed.output.begin(), listed.output.end(), '\n'), 7) << listed.output;
+    EXPECT_THAT(listed.output, AllOf(HasSubstr("  new\\nline/\n"), HasSubstr("  中文 😀/\n")));
+}
+
+TEST_F(PeopleCommandsTest, ANameThatCannotBeIsAFailureWithItsReason) {
+    EXPECT_EQ(
+        text({"mkdir", "a/b"}).error,
+        "quillbox: the service refused the folder \"a/b\": 13000400 the name \"a/b\" holds a slash or a "
+        "zero byte\n");
+    EXPECT_THAT(text({"mkdir", std::string(5000, 'n')}).error, HasSubstr("is longer than 1000 bytes"));
+    for (const auto& line : std::vector<std::vector<std::string>>{
+             {"mkdir", "\xff"}, {"rename", "1", "\xff"}, {"search", "\xff"}}) {
+        const auto result = text(line);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.error, HasSubstr("UTF-8"));
+        EXPECT_THAT(result.error, Not(HasSubstr("\xff")));
+    }
+}
+
+TEST_F(PeopleCommandsTest, AReaderThatLeavesEarlyEndsTheListWithSuccess) {
+    json({"mkdir", "folder"});
+    auto settings = signedIn();
+    settings.readerGone = true;
+    for (const auto* command : {"ls", "search"}) {
+        std::vector<std::string> line{command};
+        if (line[0] == "search") line.emplace_back("folder");
+        const auto result = run(line, settings);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.error, IsEmpty());
+    }
+}
+
 TEST_F(PeopleCommandsTest, AFileGetsAnotherName) {
     make("before", "x");
     json({"upload", "before"});
@@ -75,7 +117,9 @@ TEST_F(PeopleCommandsTest, AWordOfANameIsFoundAtAnyDepth) {
     make("tree/inner/needle.txt", "x");
     make("tree/hay", "y");
     json({"upload", "tree"});
-    EXPECT_THAT(json({"search", "needle"}).lines, ElementsAre(HasSubstr(R"("name":"needle.txt")")));
+    EXPECT_THAT(json({"search", "needle"}).lines,
+                ElementsAre(HasSubstr(
+                    R"("name":"needle.txt","folder":false,"size":1,"path":"/tree/inner/needle.txt"})")));
     EXPECT_THAT(json({"search", "nothing"}).lines, IsEmpty());
 }
 
@@ -97,6 +141,23 @@ TEST_F(PeopleCommandsTest, TheDoctorFindsNothingWrongWhereNothingIs) {
         Contains(
             R"({"event":"check","name":"answer","state":"ok","detail":"the service answers and accepts the token"})"));
     EXPECT_THAT(result.output, Not(HasSubstr("\"problem\"")));
+}
+
+TEST(DoctorTest, TheCertificateOfTheHostIsLookedAt) {
+    test_support::ScriptedServer::Options tls;
+    tls.tls = true;
+    const test_support::ScriptedServer server(
+        [](test_support::Exchange& exchange) { exchange.answer(200, R"({"code":0})"); }, tls);
+    const std::vector<std::string> line{"doctor", "--json", "--host", server.url(), "--token", "some-token"};
+    const auto distrusted = run(line);
+    EXPECT_EQ(distrusted.status, 1);
+    EXPECT_THAT(distrusted.lines,
+                Contains(AllOf(HasSubstr(R"("name":"TLS","state":"problem")"), HasSubstr("with --cacert"))));
+    auto trusting = line;
+    trusting.insert(trusting.end(), {"--cacert", server.certificateFile().string()});
+    const auto trusted = run(trusting);
+    EXPECT_EQ(trusted.status, 0) << trusted.output;
+    EXPECT_THAT(trusted.lines, Contains(HasSubstr(R"("name":"TLS","state":"ok")")));
 }
 
 TEST_F(PeopleCommandsTest, TheDoctorNamesWhatIsWrongAndHowToMendIt) {

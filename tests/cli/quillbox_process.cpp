@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -87,6 +88,11 @@ void QuillboxProcess::launch(std::vector<std::string>& arguments, const RunSetti
     pid_ = ::fork();
     if (pid_ == 0) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (settings.fileSizeLimit) {
+            const rlimit limit{*settings.fileSizeLimit, *settings.fileSizeLimit};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            ::signal(SIGXFSZ, SIG_IGN);
+        }
         if (settings.withoutRootRights) test_support::dropRootRights();
         if (!settings.folder.empty() && ::chdir(settings.folder.c_str()) != 0) ::_exit(127);
         ::dup2(input, STDIN_FILENO);

@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -27,6 +28,8 @@ struct RunSettings {
     std::string folder;
     /// Bound by the permissions of files, also as root.
     bool withoutRootRights = false;
+    /// How many bytes a file can take, as if the disk were full then; absent for no limit.
+    std::optional<std::size_t> fileSizeLimit;
 };
 
 /// The built quillbox, running. Nothing of the test's own environment but HOME, PATH and what the sanitizers

@@ -195,6 +195,40 @@ TEST_F(UploadToCloudTest, ForPeopleThereIsALineForEachFileAndASummary) {
     EXPECT_THAT(result.output + result.error, Not(HasSubstr("\x1b")));
 }
 
+TEST_F(UploadToCloudTest, EveryLineIsAWholeObject) {
+    make("odd/large", std::string(20 << 20, 'x'));
+    for (int number = 0; number < 20; ++number) make("odd/\"" + std::to_string(number) + "\n\\", "x");
+    const auto result = json({"upload", "odd"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.output.ends_with("}\n"));
+    for (const auto& line : result.lines) {
+        quillboxd_test::json::error_code error;
+        const auto object = quillboxd_test::json::parse(line, error);
+        ASSERT_TRUE(!error && object.is_object() && object.get_object().contains("event")) << line;
+    }
+}
+
+TEST_F(UploadToCloudTest, AReaderThatIsGoneDoesNotStopTheUpload) {
+    make("tree/a", "a");
+    make("tree/b", "b");
+    auto settings = signedIn();
+    settings.readerGone = true;
+    const auto result = run({"upload", "tree", "--json"}, settings);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.error, IsEmpty());
+    EXPECT_EQ(json({"verify", "tree", "--parent", "root"}).status, 0);
+}
+
+TEST_F(UploadToCloudTest, StandardOutputThatCannotBeWrittenIsToldAtTheEnd) {
+    make("a", "a");
+    auto settings = signedIn();
+    settings.standardOutput = "/dev/full";
+    const auto result = run({"upload", "a", "--json"}, settings);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.error, "quillbox: standard output cannot be written: No space left on device\n");
+    EXPECT_EQ(json({"verify", "a", "--parent", "root"}).status, 0);
+}
+
 /// Uploads to a server that does what the test says.
 class UploadTest : public testing::Test {
   protected:
@@ -352,6 +386,43 @@ TEST_F(UploadTest, ATokenFileThatChangesCountsForTheNextRequest) {
     EXPECT_EQ(process.wait(), 0);
     EXPECT_EQ(server_.requests().at(0).header("Authorization"), "first-token");
     EXPECT_EQ(server_.requests().at(2).header("Authorization"), "second-token");
+}
+
+TEST_F(UploadTest, AFileThatGrowsMeanwhileGoesUpAsItWas) {
+    const auto a = file("a");
+    handler_ = [&](Exchange& exchange) {
+        if (isCreate(exchange)) std::ofstream(a, std::ios::app) << " and more";
+        serve(exchange);
+    };
+    EXPECT_EQ(upload({a}).status, 0);
+    EXPECT_THAT(server_.requests().at(0).body, HasSubstr(R"("length":5)"));
+    EXPECT_EQ(server_.requests().at(1).body, "hello");
+}
+
+TEST_F(UploadTest, AFileThatShrinksMeanwhileIsNoSuccess) {
+    const auto a = file("a");
+    handler_ = [&](Exchange& exchange) {
+        if (isCreate(exchange)) fs::resize_file(a, 2);
+        isComplete(exchange) ? exchange.answer(409, R"({"code":409,"msg":"the hash differs"})")
+                             : serve(exchange);
+    };
+    const auto result = upload({a});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.lines.back(), failure(a));
+    EXPECT_THAT(result.error, StartsWith(a + ": "));
+}
+
+TEST_F(UploadTest, AtCtrlCThePauseBeforeAnAttemptEnds) {
+    handler_ = [](Exchange& exchange) { exchange.answer(503, "busy"); };
+    const auto a = file("a");
+    auto arguments = line({a, "--retries", "99"});
+    std::erase(arguments, "--json");
+    QuillboxProcess process(arguments);
+    ASSERT_TRUE(process.waitForError("(4 of 99)"));
+    process.interrupt();
+    EXPECT_EQ(process.wait(), 130);
+    EXPECT_EQ(server_.requestCount(), 4U);
+    EXPECT_THAT(process.error(), HasSubstr(a + ": the service refused to create it: status 503\n"));
 }
 
 TEST_F(UploadTest, AtCtrlCTheUploadIsCancelledAndItsEndIsWaitedFor) {
