@@ -1,9 +1,10 @@
 #include "baseapi/net/base_req.h"
 
+#include <exception>
+
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/core/log.h"
 #include "baseapi/net/http_helper.h"
-#include "baseapi/net/network_error.h"
 #include "baseapi/net/trace_id.h"
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/platform.h"
@@ -69,7 +70,7 @@ HTTPRequest RequestCore::httpRequest() {
 void RequestCore::send(HTTPRequest request) {
     try {
         HttpHelper::shared().request(std::move(request), shared_from_this());
-    } catch (const NetworkError& error) {
+    } catch (const std::exception& error) {
         const std::string text = std::string("callRequest error: ") + error.what();
         logLine(text);
         deliverFailure(-1, text);

@@ -149,13 +149,55 @@ TEST(Connections, ToOneOriginAreLimitedAndTheRestWaitsItsTurnWithoutTimingOut) {
     EXPECT_LE(server.connectionCount(), 2u);
 }
 
+/// A variable of the environment while it lives.
+class EnvironmentVariable {
+  public:
+    EnvironmentVariable(const char* name, const std::string& value) : name_(name) {
+        ::setenv(name, value.c_str(), 1);
+    }
+    ~EnvironmentVariable() { ::unsetenv(name_); }
+    EnvironmentVariable(const EnvironmentVariable&) = delete;
+    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+
+  private:
+    const char* name_;
+};
+
 TEST(Connections, GoThroughTheProxyOfTheEnvironment) {
     ScriptedServer proxy([](Exchange& exchange) { exchange.answer(200, "by proxy"); });
-    ::setenv("http_proxy", proxy.url().c_str(), 1);
+    const EnvironmentVariable variable("http_proxy", proxy.url());
     const auto answer = get(*makeTransport(), "http://far.example/x");
-    ::unsetenv("http_proxy");
     EXPECT_EQ(answer.body, "by proxy");
     EXPECT_EQ(proxy.requests().at(0).target, "http://far.example/x");
+}
+
+TEST(Connections, LeaveTheProxyOutForTheHostsThatTheEnvironmentNames) {
+    ScriptedServer proxy([](Exchange& exchange) { exchange.answer(200, "by proxy"); });
+    ScriptedServer server([](Exchange& exchange) { exchange.answer(200, "direct"); });
+    const EnvironmentVariable variable("http_proxy", proxy.url());
+    const EnvironmentVariable exception("no_proxy", "127.0.0.1");
+    EXPECT_EQ(get(*makeTransport(), server.url()).body, "direct");
+    EXPECT_EQ(proxy.connectionCount(), 0u);
+}
+
+TEST(Connections, AskTheProxyForATunnelToAnHttpsHostAndKeepTheTokenFromIt) {
+    ScriptedServer proxy([](Exchange& exchange) {
+        exchange.answer(403, "no tunnel");
+        exchange.close();
+    });
+    const EnvironmentVariable variable("https_proxy", proxy.url());
+    const auto answer = fetch(*makeTransport(), {.url = "https://far.example/x",
+                                                 .verb = "POST",
+                                                 .headers = {{"Authorization", "secret"}},
+                                                 .body = "body"});
+    EXPECT_TRUE(answer.error);
+    EXPECT_FALSE(answer.status);
+    ASSERT_EQ(proxy.requestCount(), 1u);
+    const auto request = proxy.requests().at(0);
+    EXPECT_EQ(request.verb, "CONNECT");
+    EXPECT_EQ(request.target, "far.example:443");
+    EXPECT_EQ(request.headerCount("Authorization"), 0u);
+    EXPECT_EQ(request.body, "");
 }
 
 }  // namespace

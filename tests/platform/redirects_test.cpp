@@ -76,6 +76,18 @@ TEST(Redirects, NeverCarryAuthorizationToAnotherScheme) {
     EXPECT_EQ(plain.requests().at(0).headerCount("Authorization"), 0u);
 }
 
+TEST(Redirects, ToAnAddressWithAPasswordSendItNowhere) {
+    ScriptedServer server([](Exchange& exchange) {
+        if (exchange.request.target == "/b") return exchange.answer(401, "", {{"WWW-Authenticate", "Basic"}});
+        const auto host = "name:password@" + *exchange.request.header("Host");
+        exchange.answer(302, "", {{"Location", "http://" + host + "/b"}});
+    });
+    const auto answer = get(*makeTransport(), server.url("/a"));
+    EXPECT_EQ(answer.status, 401);
+    ASSERT_EQ(server.requestCount(), 2u);
+    EXPECT_EQ(server.requests().at(1).headerCount("Authorization"), 0u);
+}
+
 TEST(Redirects, ToAnotherProtocolAreAnError) {
     const auto transport = makeTransport();
     for (const std::string to : {"file:///etc/hostname", "ftp://127.0.0.1/", "gopher://127.0.0.1/"}) {

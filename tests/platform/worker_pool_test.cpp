@@ -37,7 +37,7 @@ TEST(WorkerPool, NeverRunsAJobInsideThePost) {
     {
         const std::lock_guard lock(held);
         pool.post([&] {
-            const std::lock_guard inside(held);
+            { const std::lock_guard inside(held); }
             ran.set();
         });
     }

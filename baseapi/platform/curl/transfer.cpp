@@ -79,6 +79,8 @@ void Transfer::setUpHandle(EasyHandle& easy) const {
     easy.set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
     easy.set(CURLOPT_FOLLOWLOCATION, 1L);
     easy.set(CURLOPT_MAXREDIRS, 20L);
+    // A name and a password in an address, of a redirect perhaps, do not become a header.
+    easy.set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_NONE));
     easy.set(CURLOPT_PATH_AS_IS, 1L);
     easy.set(CURLOPT_NOSIGNAL, 1L);
     // A name that is still being looked up does not hold the thread when its transfer is cancelled.
