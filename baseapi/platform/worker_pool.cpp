@@ -22,14 +22,16 @@ class WorkerPool::State : public std::enable_shared_from_this<State> {
     std::size_t threads() const;
 
   private:
-    /// A thread without work, and the job that it is woken with.
+    /// A thread without work.
     struct Idle {
         std::condition_variable wake;
-        std::function<void()> job;
+        bool woken = false;
     };
     using Lock = std::unique_lock<std::mutex>;
 
+    std::size_t busy() const { return threads_ - idle_.size(); }
     void start(void (State::*body)());
+    std::shared_ptr<Idle> addWorker();
     void startWorker();
     void work();
     void run(Lock& lock, std::function<void()> job);
@@ -41,7 +43,7 @@ class WorkerPool::State : public std::enable_shared_from_this<State> {
     const Limits limits_;
     mutable std::mutex mutex_;
     std::deque<std::function<void()>> queue_;
-    /// The thread that was at work last is woken first: the others can leave. Empty while jobs are queued.
+    /// The thread that was at work last is woken first: the others can leave.
     std::vector<std::shared_ptr<Idle>> idle_;
     std::size_t threads_ = 0;
     std::size_t taken_ = 0;
@@ -56,26 +58,21 @@ void WorkerPool::State::post(std::function<void()> job) {
     std::shared_ptr<Idle> woken;
     {
         const Lock lock(mutex_);
-        if (!idle_.empty()) {
-            woken = std::move(idle_.back());
-            idle_.pop_back();
-            woken->job = std::move(job);
-        } else {
-            queue_.push_back(std::move(job));
-            if (threads_ < limits_.kept) {
-                startWorker();
-            } else if (threads_ < limits_.most && !watching_) {
-                startWatching();
-            }
+        queue_.push_back(std::move(job));
+        if (busy() < limits_.kept) {
+            woken = addWorker();
+        } else if (busy() < limits_.most && !watching_) {
+            startWatching();
         }
     }
+    // Outside the lock, which the woken thread takes first of all.
     if (woken) woken->wake.notify_one();
 }
 
 void WorkerPool::State::close() {
     const Lock lock(mutex_);
     closing_ = true;
-    for (const auto& idle : std::exchange(idle_, {})) idle->wake.notify_one();
+    for (const auto& idle : idle_) idle->wake.notify_one();
     overload_.notify_one();
 }
 
@@ -86,6 +83,18 @@ std::size_t WorkerPool::State::threads() const {
 
 void WorkerPool::State::start(void (State::*body)()) {
     startThread(name_, [self = shared_from_this(), body] { ((*self).*body)(); }).detach();
+}
+
+/// The idle thread to notify, or nothing where a new one was started.
+std::shared_ptr<WorkerPool::State::Idle> WorkerPool::State::addWorker() {
+    if (idle_.empty()) {
+        startWorker();
+        return nullptr;
+    }
+    auto idle = std::move(idle_.back());
+    idle_.pop_back();
+    idle->woken = true;
+    return idle;
 }
 
 void WorkerPool::State::startWorker() {
@@ -102,7 +111,6 @@ void WorkerPool::State::work() {
     const auto idle = std::make_shared<Idle>();
     Lock lock(mutex_);
     do {
-        if (idle->job) run(lock, std::exchange(idle->job, nullptr));
         while (!queue_.empty()) {
             auto job = std::move(queue_.front());
             queue_.pop_front();
@@ -122,15 +130,17 @@ void WorkerPool::State::run(Lock& lock, std::function<void()> job) {
 
 bool WorkerPool::State::waitForJob(Lock& lock, const std::shared_ptr<Idle>& idle) {
     if (closing_) return false;
+    idle->woken = false;
     idle_.push_back(idle);
-    const auto woken = [&] { return idle->job || closing_; };
+    const auto woken = [&] { return idle->woken || closing_; };
     if (threads_ <= limits_.kept) {
         idle->wake.wait(lock, woken);
     } else if (!idle->wake.wait_for(lock, limits_.idleFor, woken)) {
         std::erase(idle_, idle);
         return threads_ <= limits_.kept;
     }
-    return idle->job || !closing_;
+    if (!idle->woken) std::erase(idle_, idle);
+    return idle->woken || !queue_.empty();
 }
 
 void WorkerPool::State::startWatching() {
@@ -143,17 +153,18 @@ void WorkerPool::State::startWatching() {
     }
 }
 
-/// One thread that looks every now and then, as long as jobs are queued, whether the queue moves. Starting
-/// workers for every queued job instead would cost short jobs more than it brings.
+/// One thread that looks every now and then, as long as jobs are queued, whether they get on. Waking a worker
+/// for every job instead would cost short jobs more than it brings: they end before it is awake.
 void WorkerPool::State::watch() {
     Lock lock(mutex_);
     while (overload_.wait_for(lock, limits_.idleFor, [&] { return watching_ || closing_; }) && watching_) {
-        const auto takenBefore = taken_;
+        const auto takenInTime = taken_ + queue_.size();
         lock.unlock();
         std::this_thread::sleep_for(limits_.patience);
         lock.lock();
-        watching_ = !queue_.empty() && threads_ < limits_.most;
-        if (watching_ && taken_ == takenBefore) startWorker();
+        watching_ = !queue_.empty() && busy() < limits_.most;
+        if (!watching_ || taken_ >= takenInTime) continue;
+        if (const auto woken = addWorker()) woken->wake.notify_one();
     }
     watcherThere_ = false;
 }

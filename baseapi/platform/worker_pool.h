@@ -9,17 +9,17 @@
 
 namespace baseapi {
 
-/// Threads that run jobs in the order in which they were posted. Few threads do the work as long as jobs end
-/// soon; where jobs block and the queue stands still, it grows, and the threads leave again when there is
-/// nothing to do. A job that throws harms neither the thread nor the process. Every job that was posted runs,
-/// also after the pool's destruction; no thread is waited for at the end of the process.
+/// Threads that take jobs in the order in which they were posted. One thread does the work as long as jobs
+/// end soon; where a job has to wait, others join, and they leave again when there is nothing to do. A job
+/// that throws harms neither the thread nor the process. Every job that was posted runs, also after the
+/// pool's destruction; no thread is waited for at the end of the process.
 class WorkerPool final : public Executor {
   public:
     struct Limits {
-        /// So many threads are started as soon as there is work for them, and stay.
-        std::size_t kept = 4;
+        /// So many threads are woken or started as soon as there is work for them, and stay.
+        std::size_t kept = 1;
         std::size_t most = 64;
-        /// How long the queue stands still before a thread beyond `kept` is started.
+        /// How long a job waits before a thread beyond `kept` joins.
         std::chrono::milliseconds patience{2};
         /// How long a thread beyond `kept` stays without work.
         std::chrono::milliseconds idleFor{5'000};

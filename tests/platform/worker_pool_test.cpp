@@ -82,6 +82,23 @@ TEST(WorkerPool, GrowsNoFurtherThanItsLimit) {
     EXPECT_TRUE(allOut.wait());
 }
 
+TEST(WorkerPool, WakesAnIdleThreadWhereAllOthersBlock) {
+    WorkerPool pool("test", {.kept = 1, .most = 2});
+    for (int round = 0; round < 20; ++round) {
+        Event open, ran;
+        CountDown blocked(1);
+        pool.post([&] {
+            EXPECT_TRUE(open.wait());
+            blocked();
+        });
+        pool.post([&] { ran.set(); });
+        EXPECT_TRUE(ran.wait());
+        open.set();
+        EXPECT_TRUE(blocked.wait());
+    }
+    EXPECT_LE(pool.threads(), 2u);
+}
+
 TEST(WorkerPool, DoesShortJobsWithFewThreads) {
     WorkerPool pool("test", {.kept = 2, .patience = test_support::kPatience});
     CountDown done(10'000);
