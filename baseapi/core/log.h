@@ -32,16 +32,12 @@ class LogPiece {
     std::string_view text_;
 };
 
-/// The most pieces of one line.
-inline constexpr std::size_t logPiecesMax = 16;
-
-/// Hands one line to the log sink, its pieces unjoined; at most `logPiecesMax` of them.
-void logPieces(std::initializer_list<LogPiece> pieces);
+/// Hands one line to the log sink, its pieces unjoined.
+void logPieces(std::initializer_list<std::string_view> pieces);
 
 template <class... Pieces>
 void logLine(const Pieces&... pieces) {
-    static_assert(sizeof...(Pieces) <= logPiecesMax);
-    logPieces({LogPiece(pieces)...});
+    logPieces({LogPiece(pieces).view()...});
 }
 
 }  // namespace baseapi

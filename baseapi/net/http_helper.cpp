@@ -13,7 +13,9 @@ namespace baseapi {
 namespace {
 
 std::string joinURL(HTTPRequest& request) {
-    std::string url = std::move(request.baseURL) + request.path;
+    std::string url;
+    url.reserve(request.baseURL.size() + request.path.size());
+    url.append(request.baseURL).append(request.path);
     if (!isURL(url)) throw NetworkError(NetworkError::invalidURL{});
     logLine("Request url = ", url);
     if (request.queryParameters) url = withQueryItems(url, *request.queryParameters);
@@ -22,9 +24,11 @@ std::string joinURL(HTTPRequest& request) {
 
 void addHeaders(DataRequest& data, HTTPRequest& request) {
     if (!request.headers) return;
-    for (auto& [name, value] : *request.headers) {
-        logLine("Request head = ", name, " : ", value);
-        data.headers.push_back({name, std::move(value)});
+    data.headers.reserve(request.headers->size());
+    while (!request.headers->empty()) {
+        auto header = request.headers->extract(request.headers->begin());
+        logLine("Request head = ", header.key(), " : ", header.mapped());
+        data.headers.push_back({std::move(header.key()), std::move(header.mapped())});
     }
 }
 

@@ -1,15 +1,22 @@
 #include "baseapi/net/trace_id.h"
 
-#include <algorithm>
+#include <string_view>
 
 #include "baseapi/platform/uuid.h"
 
 namespace baseapi {
 
 std::string makeTraceId() {
-    std::string digits = randomUuid();
-    std::erase(digits, '-');
-    return "000000000000DSDK" + digits.substr(0, 16) + "000000";
+    constexpr std::string_view front = "000000000000DSDK";
+    constexpr std::string_view back = "000000";
+    constexpr std::size_t digits = 16;
+    std::string id;
+    id.reserve(front.size() + digits + back.size());
+    id += front;
+    for (const char letter : randomUuid()) {
+        if (letter != '-' && id.size() < front.size() + digits) id += letter;
+    }
+    return id += back;
 }
 
 }  // namespace baseapi

@@ -319,5 +319,35 @@ TEST(DataTask, IsSentAlsoWithoutACompletion) {
     EXPECT_FALSE(get(*transport, server.url()).error);
 }
 
+TEST(DataTask, StartsAtItsOwnAddressAgainAfterARedirect) {
+    ScriptedServer server([](Exchange& exchange) {
+        if (exchange.request.target == "/b") return exchange.answer(200);
+        exchange.answer(302, "", {{"Location", "/b"}});
+    });
+    const auto transport = makeTransport();
+    for (const auto* path : {"/a", "/a", "/c", "/a"})
+        EXPECT_EQ(get(*transport, server.url(path)).status, 200);
+    std::vector<std::string> targets;
+    for (const auto& request : server.requests()) targets.push_back(request.target);
+    EXPECT_THAT(targets, testing::ElementsAre("/a", "/b", "/a", "/b", "/c", "/b", "/a", "/b"));
+}
+
+TEST(DataTask, GoesOnAfterAnAddressThatIsNoURL) {
+    ScriptedServer server([](Exchange& exchange) { exchange.answer(200); });
+    const auto transport = makeTransport();
+    EXPECT_EQ(get(*transport, server.url("/a")).status, 200);
+    EXPECT_TRUE(get(*transport, "http://127.0.0.1:99999/a").error);
+    EXPECT_EQ(get(*transport, server.url("/a")).status, 200);
+}
+
+TEST(DataTask, SendsTheAcceptEncodingOfItsCallerAlone) {
+    ScriptedServer server([](Exchange& exchange) { exchange.answer(200); });
+    fetch(*makeTransport(),
+          {.url = server.url(), .verb = "GET", .headers = {{"accept-encoding", "identity"}}});
+    const auto request = server.requests().at(0);
+    EXPECT_EQ(request.headerCount("Accept-Encoding"), 1u);
+    EXPECT_EQ(request.header("Accept-Encoding"), "identity");
+}
+
 }  // namespace
 }  // namespace baseapi

@@ -16,11 +16,14 @@ bool sameName(std::string_view left, std::string_view right) {
     return left.size() == right.size() && ::strncasecmp(left.data(), right.data(), left.size()) == 0;
 }
 
-bool isTokenCharacter(char letter) {
-    constexpr std::string_view kMarks = "!#$%&'*+-.^_`|~";
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
-           (letter >= '0' && letter <= '9') || kMarks.find(letter) != std::string_view::npos;
-}
+constexpr auto kTokenCharacters = [] {
+    std::array<bool, 256> table{};
+    for (unsigned char letter = 'a'; letter <= 'z'; ++letter) table[letter] = true;
+    for (unsigned char letter = 'A'; letter <= 'Z'; ++letter) table[letter] = true;
+    for (unsigned char letter = '0'; letter <= '9'; ++letter) table[letter] = true;
+    for (const unsigned char mark : std::string_view("!#$%&'*+-.^_`|~")) table[mark] = true;
+    return table;
+}();
 
 std::string_view trimmed(std::string_view text) {
     while (text.starts_with(' ')) text.remove_prefix(1);
@@ -31,14 +34,19 @@ std::string_view trimmed(std::string_view text) {
 }  // namespace
 
 bool hasControlCharacter(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; });
+    // To the end whatever it finds: so the compiler looks at many characters at once.
+    unsigned char found = 0;
+    for (const unsigned char letter : text)
+        found |= static_cast<unsigned char>(letter < 0x20) | static_cast<unsigned char>(letter == 0x7f);
+    return found != 0;
 }
 
 bool isToken(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), isTokenCharacter);
+    return !text.empty() && std::all_of(text.begin(), text.end(),
+                                        [](unsigned char letter) { return kTokenCharacters[letter]; });
 }
 
-HeaderLines::HeaderLines(const std::vector<HttpHeader>& headers) {
+HeaderLines::HeaderLines(const std::vector<HttpHeader>& headers, std::string_view encodings) {
     std::size_t size = 64;
     for (const auto& [name, value] : headers) size += name.size() + value.size() + 3;
     text_.reserve(size);
@@ -47,12 +55,14 @@ HeaderLines::HeaderLines(const std::vector<HttpHeader>& headers) {
     for (const auto& [name, value] : headers) {
         if (!sameName(name, "Content-Length")) add(name, value);
     }
+    const auto given = [&](std::string_view name) {
+        return std::any_of(headers.begin(), headers.end(),
+                           [&](const HttpHeader& header) { return sameName(header.name, name); });
+    };
     for (const auto unwanted : kUnwanted) {
-        const bool given = std::any_of(headers.begin(), headers.end(), [&](const HttpHeader& header) {
-            return sameName(header.name, unwanted);
-        });
-        if (!given) addLine(unwanted, ":", {});
+        if (!given(unwanted)) addLine(unwanted, ":", {});
     }
+    if (!encodings.empty() && !given("Accept-Encoding")) add("Accept-Encoding", encodings);
 }
 
 void HeaderLines::add(std::string_view name, std::string_view value) {

@@ -16,7 +16,8 @@ class HeaderLines {
     /// Nothing is sent but these and what HTTP itself needs: none of libcurl's own defaults. A
     /// `Content-Length` is left out, since it follows from the body. Throws std::invalid_argument where a
     /// header would break the head.
-    explicit HeaderLines(const std::vector<HttpHeader>& headers);
+    /// `encodings`, unless empty, is the `Accept-Encoding` of a request that has none.
+    explicit HeaderLines(const std::vector<HttpHeader>& headers, std::string_view encodings = {});
 
     /// Throws as the constructor does.
     void add(std::string_view name, std::string_view value);

@@ -97,7 +97,7 @@ void Transfer::begin(EasyHandle& easy) {
     easy.set(CURLOPT_WRITEDATA, this);
     easy.set(CURLOPT_PREREQDATA, this);
     easy.set(CURLOPT_ERRORBUFFER, curlText_);
-    easy.set(CURLOPT_URL, url_.c_str());
+    easy.setURL(url_);
     // Several addresses of one host share this time, so that a dead one leaves some for the next.
     easy.set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(idleTimeout_.count()) + 1);
     // Many transfers to a new host wait for its first connection, which may carry them all.

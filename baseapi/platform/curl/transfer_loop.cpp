@@ -56,7 +56,7 @@ TransferLoop::TransferLoop(std::shared_ptr<Executor> delegateQueue, std::filesys
 
 void TransferLoop::run() {
     for (;;) {
-        for (auto& command : takeCommands()) obey(std::move(command));
+        obeyCommands();
         int stillRunning = 0;
         curl_multi_perform(multi_.get(), &stillRunning);
         takeResults();
@@ -99,9 +99,18 @@ void TransferLoop::submit(Command command) {
     if (wake) curl_multi_wakeup(multi_.get());
 }
 
-std::vector<TransferLoop::Command> TransferLoop::takeCommands() {
+/// False where there are none.
+bool TransferLoop::takeCommands() {
+    taken_.clear();
     const std::lock_guard lock(mutex_);
-    return std::exchange(commands_, {});
+    std::swap(taken_, commands_);
+    return !taken_.empty();
+}
+
+void TransferLoop::obeyCommands() {
+    if (!takeCommands()) return;
+    for (auto& command : taken_) obey(std::move(command));
+    taken_.clear();
 }
 
 /// False where there are commands to obey first.
@@ -137,14 +146,14 @@ void TransferLoop::startWaiting(Origin& origin) {
         origin.waiting.pop_front();
         if (next->cancelled()) {
             next->fail(cancelledError());
-        } else if (activate(next)) {
+        } else if (activate(next, origin)) {
             ++origin.active;
         }
     }
 }
 
 /// Hands the transfer to libcurl; false where it has failed already.
-bool TransferLoop::activate(const std::shared_ptr<Transfer>& transfer) {
+bool TransferLoop::activate(const std::shared_ptr<Transfer>& transfer, Origin& origin) {
     std::unique_ptr<EasyHandle> easy;
     try {
         easy = takeHandle(*transfer);
@@ -154,7 +163,7 @@ bool TransferLoop::activate(const std::shared_ptr<Transfer>& transfer) {
         const auto now = Clock::now();
         const auto nextLook = now + transfer->idleTimeout() / kLooksPerTimeout;
         transfer->slot = active_.size();
-        active_.push_back({transfer, std::move(easy), {}, now, nextLook});
+        active_.push_back({transfer, std::move(easy), &origin, {}, now, nextLook});
         nextLook_ = std::min(nextLook_, nextLook);
         return true;
     } catch (const std::exception& error) {
@@ -184,7 +193,8 @@ void TransferLoop::abandonAll() {
         const auto transfer = active_.back().transfer;
         abandon(transfer);
     }
-    for (const auto& command : takeCommands()) {
+    takeCommands();
+    for (const auto& command : taken_) {
         if (!command.cancel) command.transfer->fail(cancelledError());
     }
 }
@@ -216,9 +226,8 @@ TransferLoop::Active TransferLoop::remove(Transfer& transfer) {
 /// Puts the handle by for the next transfer of its kind, and lets the next one of its origin begin.
 void TransferLoop::release(Active active) {
     spareHandles_[static_cast<std::size_t>(active.transfer->kind())].push_back(std::move(active.easy));
-    auto& origin = origins_[std::string(active.transfer->origin())];
-    --origin.active;
-    startWaiting(origin);
+    --active.origin->active;
+    startWaiting(*active.origin);
 }
 
 void TransferLoop::lookForStalled() {

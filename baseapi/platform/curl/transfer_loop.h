@@ -48,18 +48,19 @@ class TransferLoop {
         std::shared_ptr<Transfer> transfer;
         bool cancel;
     };
-    /// A transfer that libcurl is at work on, and when something was last seen to move.
-    struct Active {
-        std::shared_ptr<Transfer> transfer;
-        std::unique_ptr<EasyHandle> easy;
-        Movement movement;
-        Clock::time_point movedAt;
-        Clock::time_point nextLook;
-    };
     /// The transfers to one scheme, host and port.
     struct Origin {
         std::size_t active = 0;
         std::deque<std::shared_ptr<Transfer>> waiting;
+    };
+    /// A transfer that libcurl is at work on, and when something was last seen to move.
+    struct Active {
+        std::shared_ptr<Transfer> transfer;
+        std::unique_ptr<EasyHandle> easy;
+        Origin* origin;
+        Movement movement;
+        Clock::time_point movedAt;
+        Clock::time_point nextLook;
     };
     struct MultiDeleter {
         void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
@@ -69,14 +70,15 @@ class TransferLoop {
     };
 
     void submit(Command command);
-    std::vector<Command> takeCommands();
+    void obeyCommands();
+    bool takeCommands();
     bool goToSleep();
     int sleepTime() const;
 
     void obey(Command command);
     void start(std::shared_ptr<Transfer> transfer);
     void startWaiting(Origin& origin);
-    bool activate(const std::shared_ptr<Transfer>& transfer);
+    bool activate(const std::shared_ptr<Transfer>& transfer, Origin& origin);
     void abandon(const std::shared_ptr<Transfer>& transfer);
     void abandonAll();
     void takeResults();
@@ -96,7 +98,9 @@ class TransferLoop {
     bool asleep_ = false;
     bool stopping_ = false;
 
-    // Of the network thread. Handles end before what they share and what they are in.
+    // Of the network thread. Its memory is used again for the next commands.
+    std::vector<Command> taken_;
+    // Handles end before what they share and what they are in.
     OpenSockets sockets_;
     std::unique_ptr<CURLSH, ShareDeleter> share_;
     std::unique_ptr<CURLM, MultiDeleter> multi_;
