@@ -1,6 +1,6 @@
 """The main job on the embedded local service; scripts/demo builds the programs and calls this.
 
-demo.py START_FOLDER BIN_FOLDER [PATH]
+demo.py BIN_FOLDER PATH
 """
 
 import json
@@ -60,9 +60,9 @@ class Quillbox:
             "QUILLBOX_STATE": str(folder / "state"),
         }
 
-    def run(self, *arguments):
+    def run(self, *arguments, folder=None):
         """For people: what it prints goes straight to the terminal."""
-        done = subprocess.run([self.program, *arguments], env=self.environment, check=False)
+        done = subprocess.run([self.program, *arguments], env=self.environment, cwd=folder, check=False)
         if done.returncode != 0:
             raise Failed(f"quillbox {arguments[0]} ended with status {done.returncode}")
 
@@ -95,10 +95,15 @@ def step(text):
     print(f"\n== {text}", flush=True)
 
 
+def counted(number, noun):
+    return f"{number} {noun}{'' if number == 1 else 's'}"
+
+
 def files_below(path):
+    """Links are followed, as an upload follows them."""
     if path.is_file():
         return [path]
-    return sorted(file for file in path.rglob("*") if file.is_file())
+    return [pathlib.Path(folder, name) for folder, _, names in os.walk(path, followlinks=True) for name in names]
 
 
 def bring_back(quillbox, item, target):
@@ -129,35 +134,38 @@ def demo(programs, path, folder):
         quillbox = Quillbox(programs / "quillbox", service.address, folder)
         quillbox.sign_in()
 
-        step(f"Uploading {path}")
+        step(f"Uploading {path}: {counted(len(files), 'file')}, {size} bytes")
         began = time.monotonic()
-        quillbox.run("upload", path)
+        quillbox.run("upload", "--", path.name, folder=path.parent)
         upload_seconds = time.monotonic() - began
         parts = service.parts_received()
 
-        step("What the cloud folder holds now")
+        step("What the cloud holds now")
         quillbox.run("ls")
-
-        step("Bringing it back")
-        began = time.monotonic()
         items = [item for item in quillbox.children(ROOT_FOLDER) if item["fileName"] == path.name]
         if len(items) != 1:
             raise Failed(f"{path.name} is not in the cloud folder")
+        if path.is_dir():
+            print(f"\n{path.name}/", flush=True)
+            quillbox.run("ls", items[0]["id"])
+
+        step("Bringing it back")
+        began = time.monotonic()
         fetched = bring_back(quillbox, items[0], folder / "back")
         download_seconds = time.monotonic() - began
         if fetched != len(files):
-            raise Failed(f"{len(files)} files went up, {fetched} came back")
+            raise Failed(f"{counted(len(files), 'file')} went up, {fetched} came back")
         compare(path, folder / "back")
-        print(f"{fetched} files are the same, byte for byte")
+        print(f"{counted(fetched, 'file')} came back the same, byte for byte")
 
         step("Comparing with the cloud by size and SHA-256")
-        quillbox.run("verify", path, "--parent", ROOT_FOLDER)
+        quillbox.run("verify", "--parent", ROOT_FOLDER, "--", path.name, folder=path.parent)
 
         step("Uploading again")
-        quillbox.run("upload", path)
+        quillbox.run("upload", "--", path.name, folder=path.parent)
         moved = service.parts_received() - parts
         if moved != 0:
-            raise Failed(f"the second upload moved {moved} parts")
+            raise Failed(f"the second upload moved {counted(moved, 'part')}")
         print("Nothing moved: the service had every file.")
 
     megabytes = size / 1e6
@@ -168,14 +176,10 @@ def demo(programs, path, folder):
     print(f"{'again':10}{len(files):8}{0:14}{moved:8}")
 
 
-def main(start, programs, path=None):
-    programs = pathlib.Path(programs).resolve()
-    path = pathlib.Path(start, path).resolve() if path else programs
+def main(programs, path):
     folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbox-demo-"))
     try:
-        if not path.exists():
-            raise Failed(f"{path} does not exist")
-        demo(programs, path, folder)
+        demo(pathlib.Path(programs).resolve(), pathlib.Path(path), folder)
         return 0
     except Failed as failure:
         print(f"\nThe demo failed: {failure}", file=sys.stderr)
