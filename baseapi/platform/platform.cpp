@@ -51,6 +51,7 @@ Platform completed(Platform parts) {
     if (!parts.store) parts.store = std::make_shared<SqliteStore>(parts.stateFolder / "preferences.sqlite");
     if (!parts.log) parts.log = std::make_shared<StandardOutputLog>();
     if (!parts.mainQueue) parts.mainQueue = makeSerialQueue("baseapi-main");
+    if (!parts.waitClock) parts.waitClock = std::make_shared<SteadyWaitClock>();
     return parts;
 }
 

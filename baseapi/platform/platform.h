@@ -9,6 +9,7 @@
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/platform/key_value_store.h"
 #include "baseapi/platform/log_sink.h"
+#include "baseapi/platform/wait_clock.h"
 
 namespace baseapi {
 
@@ -27,6 +28,8 @@ struct Platform {
     /// The serial queue that upload events and ends of downloads are reported on. Default: one thread of the
     /// library's own.
     std::shared_ptr<Executor> mainQueue;
+    /// What the waits with a limit go by. Default: the system's steady clock.
+    std::shared_ptr<WaitClock> waitClock;
 
     /// Where the default store keeps its file; made where it does not exist. Default: "baseapi" in the user's
     /// XDG state folder.

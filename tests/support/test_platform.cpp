@@ -13,6 +13,7 @@ struct TestPlatform {
         std::filesystem::create_directory(temporary);
         baseapi::Platform parts;
         parts.log = log;
+        parts.waitClock = waitClock;
         parts.stateFolder = folder / "state";
         parts.temporaryFolder = temporary;
         parts.applicationIdentifier = "org.example.baseapi-tests";
@@ -22,6 +23,7 @@ struct TestPlatform {
     TemporaryFolder folder;
     std::filesystem::path temporary = folder / "temporary";
     std::shared_ptr<RecordingLog> log = std::make_shared<RecordingLog>();
+    std::shared_ptr<TestWaitClock> waitClock = std::make_shared<TestWaitClock>();
 };
 
 const TestPlatform testPlatform;
@@ -30,6 +32,10 @@ const TestPlatform testPlatform;
 
 RecordingLog& recordingLog() {
     return *testPlatform.log;
+}
+
+TestWaitClock& testWaitClock() {
+    return *testPlatform.waitClock;
 }
 
 const std::filesystem::path& temporaryFolder() {
