@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "baseapi/platform/address_book.h"
 #include "baseapi/platform/executor.h"
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/platform/key_value_store.h"
@@ -25,11 +26,13 @@ struct Platform {
     std::shared_ptr<KeyValueStore> store;
     /// Default: standard output.
     std::shared_ptr<LogSink> log;
-    /// The serial queue that upload events and ends of downloads are reported on. Default: one thread of the
-    /// library's own.
+    /// The serial queue that upload events, the ends of downloads and of written vCards are reported on.
+    /// Default: one thread of the library's own.
     std::shared_ptr<Executor> mainQueue;
     /// What the waits with a limit go by. Default: the system's steady clock.
     std::shared_ptr<WaitClock> waitClock;
+    /// Default: none; its permission is not granted.
+    std::shared_ptr<AddressBook> addressBook;
 
     /// Where the default store keeps its file; made where it does not exist. Default: "baseapi" in the user's
     /// XDG state folder.

@@ -15,7 +15,8 @@ ALLOWED = {
     # A family includes no other family: what two of them share stands in api/records.
     "baseapi/api/*": [f"baseapi/{folder}" for folder in SHARED],
     "baseapi/transfer": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*"],
-    "baseapi/backup": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*", "baseapi/transfer"],
+    "baseapi/contacts": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*", "baseapi/transfer"],
+    "baseapi/backup": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*", "baseapi/transfer", "baseapi/contacts"],
     "baseapi": ["*baseapi"],  # assembly.cpp names every implementation
     "hostkit": ["*baseapi"],
     "cli": ["*baseapi", "hostkit"],

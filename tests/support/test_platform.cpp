@@ -14,6 +14,7 @@ struct TestPlatform {
         baseapi::Platform parts;
         parts.log = log;
         parts.waitClock = waitClock;
+        parts.addressBook = addressBook;
         parts.stateFolder = folder / "state";
         parts.temporaryFolder = temporary;
         parts.applicationIdentifier = "org.example.baseapi-tests";
@@ -24,6 +25,7 @@ struct TestPlatform {
     std::filesystem::path temporary = folder / "temporary";
     std::shared_ptr<RecordingLog> log = std::make_shared<RecordingLog>();
     std::shared_ptr<TestWaitClock> waitClock = std::make_shared<TestWaitClock>();
+    std::shared_ptr<AddressBookDouble> addressBook = std::make_shared<AddressBookDouble>();
 };
 
 const TestPlatform testPlatform;
@@ -36,6 +38,10 @@ RecordingLog& recordingLog() {
 
 TestWaitClock& testWaitClock() {
     return *testPlatform.waitClock;
+}
+
+AddressBookDouble& addressBook() {
+    return *testPlatform.addressBook;
 }
 
 const std::filesystem::path& temporaryFolder() {

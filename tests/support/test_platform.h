@@ -2,17 +2,21 @@
 
 #include <filesystem>
 
+#include "tests/support/address_book_double.h"
 #include "tests/support/recording_log.h"
 #include "tests/support/test_wait_clock.h"
 
 namespace test_support {
 
-/// The log that the library writes to in this test program. It, a state folder and a temporary folder of the
-/// program's own are in place before `main`.
+/// The log that the library writes to in this test program. It, an address book, a state folder and a
+/// temporary folder of the program's own are in place before `main`.
 RecordingLog& recordingLog();
 
 /// The clock of the library's waits in this test program.
 TestWaitClock& testWaitClock();
+
+/// The address book of this test program; empty and without a plan at first.
+AddressBookDouble& addressBook();
 
 /// Where the library puts its temporary files.
 const std::filesystem::path& temporaryFolder();

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include "baseapi/platform/address_book.h"
+
+namespace baseapi {
+
+/// Contacts by their name and phone numbers. A contact without a name or without a digit in its phone numbers
+/// is like no other.
+class DuplicateIndex {
+  public:
+    /// The address book gives the full names; it must outlive the index.
+    explicit DuplicateIndex(AddressBook& names);
+    ~DuplicateIndex();
+
+    void add(const AddressBookContact& contact);
+
+    bool empty() const;
+    /// Whether a contact of the same name and with one of the same phone numbers was added.
+    bool knows(const AddressBookContact& contact) const;
+
+  private:
+    class Keys;
+    AddressBook& names_;
+    std::unique_ptr<Keys> keys_;
+};
+
+}  // namespace baseapi

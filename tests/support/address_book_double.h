@@ -1,0 +1,167 @@
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "baseapi/platform/address_book.h"
+
+namespace test_support {
+
+/// An address book in memory that refuses or fails on demand and remembers what it was asked.
+class AddressBookDouble : public baseapi::AddressBook {
+  public:
+    /// What was asked of `execute`.
+    struct Request {
+        std::vector<baseapi::SharedContact> added;
+        std::vector<baseapi::SharedContact> deleted;
+    };
+
+    /// All may be set while nothing is under way.
+    struct Plan {
+        AuthorizationStatus status = AuthorizationStatus::authorized;
+        /// An enumeration visits so many contacts and then fails with this text.
+        std::optional<std::string> enumerationError;
+        std::size_t visitedBeforeError = 0;
+        /// The request fails with the text that this gives, if any.
+        std::function<std::optional<std::string>(const baseapi::ContactSaveRequest&)> refusal;
+        /// The full name in place of the given, middle and family name.
+        std::function<std::optional<std::string>(const baseapi::AddressBookContact&)> formatter;
+    };
+    Plan plan;
+
+    AuthorizationStatus authorizationStatus() noexcept override { return plan.status; }
+
+    std::optional<baseapi::AddressBookError> enumerateContacts(
+        std::span<const baseapi::ContactKey> keys,
+        const std::function<void(baseapi::SharedContact)>& visit) noexcept override {
+        auto visited = noteAndCopy(keys);
+        if (plan.enumerationError) visited.resize(std::min(plan.visitedBeforeError, visited.size()));
+        for (auto& contact : visited) visit(withKeys(std::move(contact), keys));
+        if (plan.enumerationError) return baseapi::AddressBookError{*plan.enumerationError};
+        if (plan.status != AuthorizationStatus::authorized)
+            return baseapi::AddressBookError{"not authorised"};
+        return std::nullopt;
+    }
+
+    std::optional<baseapi::AddressBookError> execute(
+        const baseapi::ContactSaveRequest& request) noexcept override {
+        std::lock_guard lock(mutex_);
+        if (remembers_)
+            requests_.push_back({{request.added.begin(), request.added.end()},
+                                 {request.deleted.begin(), request.deleted.end()}});
+        if (plan.status != AuthorizationStatus::authorized)
+            return baseapi::AddressBookError{"not authorised"};
+        if (plan.refusal)
+            if (auto why = plan.refusal(request)) return baseapi::AddressBookError{*std::move(why)};
+        if (!erase(request.deleted)) return baseapi::AddressBookError{"no such contact"};
+        contacts_.reserve(contacts_.size() + request.added.size());
+        for (const auto& contact : request.added) contacts_.push_back(identified(*contact));
+        return std::nullopt;
+    }
+
+    std::optional<std::string> fullName(const baseapi::AddressBookContact& contact) noexcept override {
+        if (plan.formatter) return plan.formatter(contact);
+        std::string name;
+        for (const auto* part : {&contact.givenName, &contact.middleName, &contact.familyName}) {
+            if (part->empty()) continue;
+            if (!name.empty()) name += ' ';
+            name += *part;
+        }
+        if (name.empty()) return std::nullopt;
+        return name;
+    }
+
+    /// Puts a contact in, past plan and memory.
+    void put(const baseapi::AddressBookContact& contact) {
+        std::lock_guard lock(mutex_);
+        contacts_.push_back(identified(contact));
+    }
+    std::vector<baseapi::AddressBookContact> contacts() const {
+        std::lock_guard lock(mutex_);
+        std::vector<baseapi::AddressBookContact> contacts;
+        for (const auto& contact : contacts_) contacts.push_back(*contact);
+        return contacts;
+    }
+    std::size_t size() const {
+        std::lock_guard lock(mutex_);
+        return contacts_.size();
+    }
+    std::vector<Request> requests() const {
+        std::lock_guard lock(mutex_);
+        return requests_;
+    }
+    /// The keys of the last enumeration.
+    std::vector<baseapi::ContactKey> keys() const {
+        std::lock_guard lock(mutex_);
+        return keys_;
+    }
+    /// Back to an empty book without a plan.
+    void reset() {
+        std::lock_guard lock(mutex_);
+        plan = {};
+        contacts_.clear();
+        requests_.clear();
+        keys_.clear();
+        lastIdentifier_ = 0;
+    }
+    /// From now on no request is remembered.
+    void forgetRequests() { remembers_ = false; }
+
+  private:
+    std::vector<baseapi::SharedContact> noteAndCopy(std::span<const baseapi::ContactKey> keys) {
+        std::lock_guard lock(mutex_);
+        keys_.assign(keys.begin(), keys.end());
+        if (plan.status != AuthorizationStatus::authorized) return {};
+        return contacts_;
+    }
+
+    static baseapi::SharedContact withKeys(baseapi::SharedContact contact,
+                                           std::span<const baseapi::ContactKey> keys) {
+        using baseapi::ContactKey;
+        const auto asked = [&](ContactKey key) { return std::ranges::find(keys, key) != keys.end(); };
+        const bool whole = (contact->jobTitle.empty() || asked(ContactKey::jobTitle)) &&
+                           (contact->departmentName.empty() || asked(ContactKey::departmentName)) &&
+                           (contact->note.empty() || asked(ContactKey::note));
+        if (whole) return contact;
+        auto partial = std::make_shared<baseapi::AddressBookContact>(*contact);
+        if (!asked(ContactKey::jobTitle)) partial->jobTitle.clear();
+        if (!asked(ContactKey::departmentName)) partial->departmentName.clear();
+        if (!asked(ContactKey::note)) partial->note.clear();
+        return partial;
+    }
+
+    baseapi::SharedContact identified(const baseapi::AddressBookContact& contact) {
+        auto copy = std::make_shared<baseapi::AddressBookContact>(contact);
+        copy->identifier = "contact-" + std::to_string(++lastIdentifier_);
+        return copy;
+    }
+
+    /// All of them or, where one is not there, none.
+    bool erase(std::span<const baseapi::SharedContact> deleted) {
+        if (deleted.empty()) return true;
+        std::unordered_set<std::string_view> identifiers;
+        identifiers.reserve(deleted.size());
+        for (const auto& contact : deleted) identifiers.insert(contact->identifier);
+        const auto goes = [&](const auto& contact) { return identifiers.contains(contact->identifier); };
+        if (std::ranges::count_if(contacts_, goes) != static_cast<std::ptrdiff_t>(identifiers.size()))
+            return false;
+        std::erase_if(contacts_, goes);
+        return true;
+    }
+
+    mutable std::mutex mutex_;
+    std::vector<baseapi::SharedContact> contacts_;
+    std::vector<Request> requests_;
+    std::vector<baseapi::ContactKey> keys_;
+    std::size_t lastIdentifier_ = 0;
+    bool remembers_ = true;
+};
+
+}  // namespace test_support
