@@ -43,6 +43,14 @@ class ITransfer {
                                                    const std::string& fileId, std::int64_t autoRename,
                                                    std::shared_ptr<ISliceFile> sliceFile,
                                                    UploadProcessCallback onCallback) = 0;
+
+    /// Uploads `file` into the backup record `recordId` under the lock `lockId`, into the folder `cloudPath`;
+    /// otherwise as `uploadFile`, with the code 100001 in place of 100016.
+    virtual std::shared_ptr<Cancelable> backupUploadFile(std::string cloudPath, URL file,
+                                                         const std::string& fileId, std::string recordId,
+                                                         std::string lockId, std::int64_t autoRename,
+                                                         std::shared_ptr<ISliceFile> sliceFile,
+                                                         UploadProcessCallback onCallback) = 0;
 };
 
 }  // namespace baseapi

@@ -13,6 +13,11 @@ class TransferImpl final : public ITransfer {
                                            const std::string& fileId, std::int64_t autoRename,
                                            std::shared_ptr<ISliceFile> sliceFile,
                                            UploadProcessCallback onCallback) override;
+    std::shared_ptr<Cancelable> backupUploadFile(std::string cloudPath, URL file, const std::string& fileId,
+                                                 std::string recordId, std::string lockId,
+                                                 std::int64_t autoRename,
+                                                 std::shared_ptr<ISliceFile> sliceFile,
+                                                 UploadProcessCallback onCallback) override;
 };
 
 }  // namespace baseapi
