@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "baseapi/api/files/i_file.h"
+#include "baseapi/backup/cloud_folder.h"
 #include "baseapi/backup/timed_answer.h"
 #include "baseapi/core/callback.h"
 #include "baseapi/core/cloud_instance.h"
@@ -15,8 +16,6 @@
 
 namespace baseapi {
 namespace {
-
-constexpr std::int64_t nameExists = 13000405;
 
 /// White space and new-lines of Unicode, in UTF-8.
 constexpr std::array<std::string_view, 25> blanks = {" ",
@@ -63,12 +62,6 @@ std::vector<std::string> namesOf(std::string_view path) {
         if (!isBlank(name)) names.emplace_back(name);
     }
     return names;
-}
-
-/// The folder's id, whether it is new or was there; empty where there is none.
-std::string folderId(const CreateDirectoryResponse& response) {
-    if (response.id && !response.id->empty()) return *response.id;
-    return response.code == nameExists ? response.existFileId.value_or("") : "";
 }
 
 using Answer = NetworkResult<CreateDirectoryResponse>;
@@ -123,13 +116,8 @@ Detached CloudPathHelper::walk(std::shared_ptr<CloudPathHelper> self, std::vecto
 
 void CloudPathHelper::createDirectory(const std::string& name, const std::string& parent,
                                       NetworkCallback<CreateDirectoryResponse> callback) const {
-    CreateDirectoryBean bean;
-    bean.fileName = name;
-    bean.fileType = "10";
-    bean.parentFolder = {parent};
-    bean.containerId = CloudInstance::shared().contentId.get();
+    auto bean = folderBean(name, parent);
     bean.scene = scene_;
-    bean.renameMode = 3;
     bean.hidden = needHide_;
     CloudInstance::shared().getFileImpl().createDirectory(std::move(bean), std::move(callback));
 }

@@ -10,6 +10,7 @@
 #include "baseapi/platform/curl_transport.h"
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/no_address_book.h"
+#include "baseapi/platform/no_photo_library.h"
 #include "baseapi/platform/sqlite_store.h"
 #include "baseapi/platform/standard_output_log.h"
 #include "baseapi/platform/worker_pool.h"
@@ -52,6 +53,7 @@ Platform completed(Platform parts) {
     if (!parts.store) parts.store = std::make_shared<SqliteStore>(parts.stateFolder / "preferences.sqlite");
     if (!parts.log) parts.log = std::make_shared<StandardOutputLog>();
     if (!parts.mainQueue) parts.mainQueue = makeSerialQueue("baseapi-main");
+    if (!parts.photoLibrary) parts.photoLibrary = std::make_shared<NoPhotoLibrary>();
     if (!parts.waitClock) parts.waitClock = std::make_shared<SteadyWaitClock>();
     if (!parts.addressBook) parts.addressBook = std::make_shared<NoAddressBook>();
     return parts;

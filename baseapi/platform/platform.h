@@ -10,6 +10,7 @@
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/platform/key_value_store.h"
 #include "baseapi/platform/log_sink.h"
+#include "baseapi/platform/photo_library.h"
 #include "baseapi/platform/wait_clock.h"
 
 namespace baseapi {
@@ -29,6 +30,8 @@ struct Platform {
     /// The serial queue that upload events, the ends of downloads and of written vCards are reported on.
     /// Default: one thread of the library's own.
     std::shared_ptr<Executor> mainQueue;
+    /// Default: none; its permission is not granted.
+    std::shared_ptr<PhotoLibrary> photoLibrary;
     /// What the waits with a limit go by. Default: the system's steady clock.
     std::shared_ptr<WaitClock> waitClock;
     /// Default: none; its permission is not granted.

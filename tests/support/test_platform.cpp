@@ -13,6 +13,7 @@ struct TestPlatform {
         std::filesystem::create_directory(temporary);
         baseapi::Platform parts;
         parts.log = log;
+        parts.photoLibrary = photoLibrary;
         parts.waitClock = waitClock;
         parts.addressBook = addressBook;
         parts.stateFolder = folder / "state";
@@ -24,6 +25,7 @@ struct TestPlatform {
     TemporaryFolder folder;
     std::filesystem::path temporary = folder / "temporary";
     std::shared_ptr<RecordingLog> log = std::make_shared<RecordingLog>();
+    std::shared_ptr<PhotoLibraryDouble> photoLibrary = std::make_shared<PhotoLibraryDouble>();
     std::shared_ptr<TestWaitClock> waitClock = std::make_shared<TestWaitClock>();
     std::shared_ptr<AddressBookDouble> addressBook = std::make_shared<AddressBookDouble>();
 };
@@ -34,6 +36,10 @@ const TestPlatform testPlatform;
 
 RecordingLog& recordingLog() {
     return *testPlatform.log;
+}
+
+PhotoLibraryDouble& photoLibrary() {
+    return *testPlatform.photoLibrary;
 }
 
 TestWaitClock& testWaitClock() {

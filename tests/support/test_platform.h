@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "tests/support/address_book_double.h"
+#include "tests/support/photo_library_double.h"
 #include "tests/support/recording_log.h"
 #include "tests/support/test_wait_clock.h"
 
@@ -11,6 +12,9 @@ namespace test_support {
 /// The log that the library writes to in this test program. It, an address book, a state folder and a
 /// temporary folder of the program's own are in place before `main`.
 RecordingLog& recordingLog();
+
+/// The photo library of this test program; empty and without a plan at first.
+PhotoLibraryDouble& photoLibrary();
 
 /// The clock of the library's waits in this test program.
 TestWaitClock& testWaitClock();
