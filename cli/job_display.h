@@ -14,8 +14,15 @@ class JobDisplay {
     JobDisplay(Output& output, std::int64_t total, JobProgress::Unit unit = JobProgress::Unit::bytes)
         : output_(output), job_(total, unit) {}
 
+    ~JobDisplay() { close(); }
+    JobDisplay(const JobDisplay&) = delete;
+    JobDisplay& operator=(const JobDisplay&) = delete;
+
     void begin(const std::string& label, std::int64_t size) {
         show([&] { job_.begin(label, size); });
+    }
+    void hashed(std::int64_t bytes) {
+        show([&] { job_.hashed(bytes); });
     }
     void sent(std::int64_t bytes) {
         show([&] { job_.sent(bytes); });

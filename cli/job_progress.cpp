@@ -14,12 +14,17 @@ constexpr auto leastSpan = std::chrono::milliseconds(300);
 void JobProgress::begin(std::string label, std::int64_t size) {
     label_ = std::move(label);
     size_ = size;
-    sent_ = failed_ = 0;
+    hashed_ = sent_ = failed_ = 0;
 }
 
 void JobProgress::end(bool success) {
     if (success) doneBefore_ += size_;
-    size_ = sent_ = failed_ = 0;
+    size_ = hashed_ = sent_ = failed_ = 0;
+}
+
+std::string JobProgress::labelNow() const {
+    if (hashed_ == 0 || hashed_ >= size_) return label_;
+    return label_ + " (hashing, " + std::to_string(100 * hashed_ / size_) + " %)";
 }
 
 std::int64_t JobProgress::doneNow() const {
@@ -38,7 +43,7 @@ std::optional<double> JobProgress::rate(Clock::time_point now) {
 
 JobProgress::View JobProgress::view(Clock::time_point now) {
     shown_ = std::max(shown_, doneNow());
-    View view{label_, shown_, total_, unit_, rate(now), std::nullopt};
+    View view{labelNow(), shown_, total_, unit_, rate(now), std::nullopt};
     constexpr double tooLongToTell = 100 * 3600;
     if (view.rate && *view.rate > 0) {
         const double seconds = static_cast<double>(total_ - shown_) / *view.rate;

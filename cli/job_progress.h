@@ -33,6 +33,8 @@ class JobProgress {
 
     /// The next file, or the same one once more.
     void begin(std::string label, std::int64_t size);
+    /// So many bytes of the file have been read before anything is sent; they only stand beside the label.
+    void hashed(std::int64_t bytes) { hashed_ = bytes; }
     /// So many bytes of the file have gone, those of failed parts included.
     void sent(std::int64_t bytes) { sent_ = bytes; }
     /// A part of so many bytes has failed; it counts in full among the bytes that have gone.
@@ -48,6 +50,7 @@ class JobProgress {
         std::int64_t done;
     };
 
+    std::string labelNow() const;
     std::int64_t doneNow() const;
     std::optional<double> rate(Clock::time_point now);
 
@@ -56,6 +59,7 @@ class JobProgress {
     std::int64_t doneBefore_ = 0;
     std::string label_;
     std::int64_t size_ = 0;
+    std::int64_t hashed_ = 0;
     std::int64_t sent_ = 0;
     std::int64_t failed_ = 0;
     std::int64_t shown_ = 0;

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <numeric>
 #include <system_error>
 #include <utility>
 
@@ -75,6 +76,11 @@ std::vector<LocalItem> listLocal(const std::vector<std::string>& paths) {
     Walk walk;
     for (const auto& path : paths) walk.add(path, path, std::nullopt);
     return walk.take();
+}
+
+std::int64_t bytesOf(const std::vector<LocalItem>& items) {
+    return std::accumulate(items.begin(), items.end(), std::int64_t{0},
+                           [](std::int64_t sum, const LocalItem& item) { return sum + item.size; });
 }
 
 }  // namespace quillbox

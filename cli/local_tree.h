@@ -30,4 +30,7 @@ struct LocalItem {
 /// What is neither a folder nor a regular file is listed like a file, and nothing is opened.
 std::vector<LocalItem> listLocal(const std::vector<std::string>& paths);
 
+/// The sum of their sizes in bytes.
+std::int64_t bytesOf(const std::vector<LocalItem>& items);
+
 }  // namespace quillbox

@@ -59,7 +59,7 @@ void UploadAttempt::cancel() {
 void UploadAttempt::onEvent(const UploadProcessResult& event) {
     event.visit(
         [&](const UploadProcessResult::onProgress& it) {
-            display_.sent(it.bytes);
+            display_->sent(it.bytes);
             JsonLine line("onProgress");
             host_.output().event(line.add("file", file_.label).add("bytes", it.bytes).add("total", it.total));
         },
@@ -72,7 +72,7 @@ void UploadAttempt::onEvent(const UploadProcessResult& event) {
 void UploadAttempt::onItemFinish(const UploadProcessResult::onItemFinish& item) {
     // After the last part the library goes on to the next request.
     host_.refreshToken();
-    if (!item.isSuccess) display_.partFailed(partLength(item.subHash, file_.size));
+    if (!item.isSuccess) display_->partFailed(partLength(item.subHash, file_.size));
     JsonLine line("onItemFinish");
     line.add("file", file_.label).add("subHash", item.subHash).add("index", item.index);
     host_.output().event(line.add("isSuccess", item.isSuccess));

@@ -22,8 +22,8 @@ using UploadEnd =
 /// One upload of one file, once. Its events go to the output as they come, but for the last one.
 class UploadAttempt : public std::enable_shared_from_this<UploadAttempt> {
   public:
-    UploadAttempt(const Host& host, JobDisplay& display, LocalItem file)
-        : host_(host), display_(display), file_(std::move(file)) {}
+    UploadAttempt(const Host& host, std::shared_ptr<JobDisplay> display, LocalItem file)
+        : host_(host), display_(std::move(display)), file_(std::move(file)) {}
 
     /// Hashes and uploads the file, and waits for the last event. Throws `Interrupted` where none has come in
     /// time after a Ctrl-C.
@@ -39,7 +39,7 @@ class UploadAttempt : public std::enable_shared_from_this<UploadAttempt> {
     void end(UploadEnd last);
 
     const Host& host_;
-    JobDisplay& display_;
+    const std::shared_ptr<JobDisplay> display_;
     const LocalItem file_;
     std::optional<UploadEnd> end_;
 

@@ -30,8 +30,20 @@ class SignIn : public Command {
                      std::optional(baseapi::AuthCodeBean{.authCode = code_}));
         if (answer.accessToken.value_or("").empty())
             throw ServiceFailure{"the sign-in", -1, "the answer holds no token"};
+        return keep(host, *answer.accessToken);
+    }
+
+  private:
+    ExitStatus keep(const Host& host, const std::string& token) const {
         const auto file = save_ ? std::filesystem::path(*save_) : host.stateFolder() / "token";
-        writePrivateFile(file, *answer.accessToken + "\n");
+        try {
+            writePrivateFile(file, token + "\n");
+        } catch (const std::filesystem::filesystem_error& error) {
+            const auto why = "the token cannot be kept in " + file.string() + ": " + error.code().message();
+            host.output().event(JsonLine("failure").add("code", -1).add("message", why));
+            host.output().note("quillbox: " + why + "; name another file with --save");
+            return ExitStatus::failure;
+        }
         host.output().event(JsonLine("success").add("tokenFile", file.string()),
                             {"signed in; the token is in " + file.string(), Line::Mark::good});
         host.output().summary("use it with --token-file " + file.string() +
@@ -39,7 +51,6 @@ class SignIn : public Command {
         return ExitStatus::success;
     }
 
-  private:
     std::string code_;
     std::optional<std::string> save_;
 };

@@ -43,25 +43,20 @@ class UploadJob {
           items_(std::move(items)),
           parent_(std::move(parent)),
           retries_(retries),
-          display_(host.output(), bytesOf(items_)),
+          display_(std::make_shared<JobDisplay>(host.output(), bytesOf(items_))),
           slicer_(std::make_shared<hostkit::SliceFile>(hostkit::SliceFile::Observers{
-              [&host](const auto&, const std::string& why) { host.uploadCause().say(why); }, {}})) {}
+              [&host](const auto&, const std::string& why) { host.uploadCause().say(why); },
+              [display = display_](std::int64_t done, std::int64_t) { display->hashed(done); }})) {}
 
     ExitStatus run() {
         for (std::size_t index = 0; index < items_.size() && !host_.monitor().interrupted(); ++index)
             items_[index].isFolder ? mirrorFolder(index) : uploadFile(index);
-        display_.close();
+        display_->close();
         host_.output().summary(summary());
         return counts_.failed == 0 ? ExitStatus::success : ExitStatus::failure;
     }
 
   private:
-    static std::int64_t bytesOf(const std::vector<LocalItem>& items) {
-        std::int64_t sum = 0;
-        for (const auto& item : items) sum += item.size;
-        return sum;
-    }
-
     // Folders
 
     void mirrorFolder(std::size_t index) {
@@ -109,13 +104,13 @@ class UploadJob {
         if (const auto* failure = failureAbove(index))
             return fail(file, *failure, "its folder could not be made");
         for (int failures = 0;;) {
-            display_.begin(file.label, file.size);
+            display_->begin(file.label, file.size);
             const auto end = attempt(file);
             if (const auto* success = std::get_if<baseapi::UploadProcessResult::onSuccess>(&end)) {
-                display_.end(true);
+                display_->end(true);
                 return succeed(file, *success);
             }
-            display_.end(false);
+            display_->end(false);
             if (++failures <= retries_ && pause(file, failures)) continue;
             return fail(file, std::get<Failure>(end),
                         host_.uploadCause().cause().value_or("the cause is not known"));
@@ -183,7 +178,7 @@ class UploadJob {
     const std::vector<LocalItem> items_;
     const std::optional<std::string> parent_;
     const int retries_;
-    JobDisplay display_;
+    const std::shared_ptr<JobDisplay> display_;
     const std::shared_ptr<hostkit::SliceFile> slicer_;
     std::map<std::size_t, std::string> folderIds_;
     std::map<std::size_t, Failure> failedFolders_;

@@ -11,6 +11,7 @@
 #include "cli/cloud_folder.h"
 #include "cli/commands/commands.h"
 #include "cli/host.h"
+#include "cli/job_display.h"
 #include "cli/local_tree.h"
 #include "cli/options.h"
 #include "cli/quantity.h"
@@ -66,7 +67,9 @@ class Comparison {
         : host_(host),
           items_(items),
           children_(items.size()),
-          slicer_(std::make_shared<hostkit::SliceFile>()) {
+          display_(host.output(), bytesOf(items)),
+          slicer_(std::make_shared<hostkit::SliceFile>(hostkit::SliceFile::Observers{
+              {}, [this](std::int64_t done, std::int64_t) { display_.sent(done); }})) {
         for (std::size_t index = 0; index < items.size(); ++index)
             if (const auto& parent = items[index].parent) children_[*parent].push_back(index);
     }
@@ -74,6 +77,7 @@ class Comparison {
     ExitStatus run(const std::string& parentId) {
         CloudItems siblings(listFolder(host_, parentId));
         compare(0, siblings.take(items_[0].isFolder, items_[0].name()));
+        display_.close();
         host_.output().summary(summary());
         return differing_ + missing_ + unreadable_ == 0 ? ExitStatus::success : ExitStatus::failure;
     }
@@ -105,7 +109,9 @@ class Comparison {
         if (cloud.size && *cloud.size != file.size) return differs(file, "size");
         host_.interrupt().setWork({[slicer = slicer_] { slicer->stop(); },
                                    [label = file.label] { return "the comparison of " + label; }});
+        display_.begin(file.label, file.size);
         const auto sliced = slicer_->slice(file.path);
+        display_.end(true);
         if (host_.monitor().interrupted()) throw Interrupted{};
         if (const auto* refusal = std::get_if<hostkit::SliceFile::Refusal>(&sliced))
             return unreadable(file, refusal->why);
@@ -168,6 +174,7 @@ class Comparison {
     Host& host_;
     const std::vector<LocalItem>& items_;
     std::vector<std::vector<std::size_t>> children_;
+    JobDisplay display_;
     const std::shared_ptr<hostkit::SliceFile> slicer_;
     std::int64_t same_ = 0;
     std::int64_t differing_ = 0;

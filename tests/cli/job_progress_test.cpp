@@ -30,6 +30,17 @@ TEST_F(JobProgressTest, FilesAddUp) {
     EXPECT_EQ(viewAfter(9ms).label, "b");
 }
 
+TEST_F(JobProgressTest, HashingStandsBesideTheLabelAlone) {
+    job_.begin("a", 400);
+    job_.hashed(100);
+    EXPECT_EQ(viewAfter(1ms).label, "a (hashing, 25 %)");
+    EXPECT_EQ(done(), 0);
+    job_.hashed(400);
+    EXPECT_EQ(viewAfter(3ms).label, "a");
+    job_.begin("b", 600);
+    EXPECT_EQ(viewAfter(4ms).label, "b");
+}
+
 TEST_F(JobProgressTest, AFileThatNeededNoSendingIsDoneInFull) {
     job_.begin("a", 400);
     job_.end(true);

@@ -43,6 +43,17 @@ TEST_F(PeopleCommandsTest, ARefusedSignInIsAFailure) {
     EXPECT_FALSE(fs::exists(home_ / "state/token"));
 }
 
+TEST_F(PeopleCommandsTest, ATokenThatCannotBeKeptIsAFailure) {
+    const auto result =
+        run({"sign-in", "--code", "x", "--save", "/proc/nothing/token", "--json"}, settings());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.lines, ElementsAre(HasSubstr(R"("event":"failure")")));
+    EXPECT_EQ(
+        result.error,
+        "quillbox: the token cannot be kept in /proc/nothing/token: No such file or directory; name another "
+        "file with --save\n");
+}
+
 TEST_F(PeopleCommandsTest, AFolderIsListedForPeopleAndForPrograms) {
     make("a.txt", "hello");
     json({"upload", "a.txt"});
