@@ -42,6 +42,8 @@ bool fits(const json::value& value, Type type) {
             return isArrayOf(value, isText);
         case Type::integer:
             return isInteger(value);
+        case Type::integers:
+            return isArrayOf(value, isInteger);
         case Type::number:
             return value.is_number();
         case Type::boolean:
@@ -67,6 +69,8 @@ std::string_view nameOf(Type type) {
             return "a list of texts";
         case Type::integer:
             return "an integer of 64 bits";
+        case Type::integers:
+            return "a list of integers of 64 bits";
         case Type::number:
             return "a number";
         case Type::boolean:

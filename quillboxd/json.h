@@ -12,7 +12,7 @@ namespace quillboxd {
 namespace json = boost::json;
 
 /// The type that a request's value must have where the key is present and not null.
-enum class Type { text, texts, integer, number, boolean, words, textMap, anyMap, record, records };
+enum class Type { text, texts, integer, integers, number, boolean, words, textMap, anyMap, record, records };
 
 struct Field {
     std::string_view key;

@@ -23,6 +23,27 @@ constexpr Route table[] = {
     {"POST", "/quillbox/ose/v1/files/*/detail", files::detail},
     {"POST", "/quillbox/ose/v1/files/*", files::list},
 
+    // Backups; each call is known under one of the two prefixes alone
+    {"DELETE", "/quillbox/ose/v1/backup/device/*", backup::unbindDevice},
+    {"POST", "/quillbox/cloudfileh5/v1/backup/device", backup::bindDevice},
+    {"GET", "/quillbox/cloudfileh5/v1/backup/device", backup::devices},
+    {"POST", "/quillbox/ose/v1/backup/lock", backup::takeLock},
+    {"PATCH", "/quillbox/cloudfileh5/v1/backup/lock", backup::renewLock},
+    {"DELETE", "/quillbox/ose/v1/backup/lock", backup::releaseLock},
+    {"PATCH", "/quillbox/cloudfileh5/v1/backup/record/*", backup::finishRecord},
+    {"DELETE", "/quillbox/ose/v1/backup/record/*", backup::removeRecord},
+    {"GET", "/quillbox/ose/v1/backup/record/*", backup::record},
+    {"POST", "/quillbox/ose/v1/backup/record", backup::addRecord},
+    {"GET", "/quillbox/cloudfileh5/v1/backup/record", backup::records},
+    {"GET", "/quillbox/ose/v1/backup/record/*/files", backup::recordFiles},
+    {"POST", "/quillbox/ose/v1/backup/record/*/file", backup::addRecordFile},
+    {"POST", "/quillbox/ose/v1/backup/device/*/scope", backup::addScopes},
+    {"DELETE", "/quillbox/ose/v1/backup/device/*/scope", backup::removeScopes},
+    {"GET", "/quillbox/ose/v1/backup/device/*/scope", backup::scopes},
+    {"GET", "/quillbox/ose/v1/backup/device/*/configs", backup::values},
+    {"GET", "/quillbox/ose/v1/backup/device/*/config", backup::value},
+    {"POST", "/quillbox/ose/v1/backup/device/*/config", backup::setValue},
+
     // Signed addresses
     {"PUT", "/_part/*/*", addresses::putPart, Admission::address},
     {"GET", "/_content/*", addresses::getContent, Admission::address},
@@ -37,6 +58,7 @@ constexpr Route table[] = {
     {"POST", "/_dev/faults", control::planFault, Admission::control},
     {"GET", "/_dev/faults", control::listFaults, Admission::control},
     {"DELETE", "/_dev/faults", control::forgetFaults, Admission::control},
+    {"DELETE", "/_dev/locks", control::expireLocks, Admission::control},
 };
 
 }  // namespace

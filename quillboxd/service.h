@@ -29,7 +29,7 @@ class Service {
     /// An empty path keeps everything in memory.
     explicit Service(const std::filesystem::path& folder);
 
-    /// Back to empty: accounts, files, journal and faults. Addresses given out before lead nowhere.
+    /// Back to empty: accounts, files, backups, journal and faults. Addresses given out before lead nowhere.
     void reset();
 
   private:

@@ -1,4 +1,5 @@
 #include "quillboxd/handlers/handlers.h"
+#include "quillboxd/store/backup_locks.h"
 
 namespace quillboxd::control {
 
@@ -27,6 +28,11 @@ Reply forgetFaults(Call& call) {
 
 Reply listFaults(Call& call) {
     return jsonReply(200, {{"faults", call.service.faults.list()}});
+}
+
+Reply expireLocks(Call& call) {
+    BackupLocks::expireAll(call.service.database);
+    return success();
 }
 
 }  // namespace quillboxd::control

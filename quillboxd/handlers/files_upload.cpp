@@ -3,6 +3,7 @@
 
 #include "quillboxd/crypto/proof_code.h"
 #include "quillboxd/crypto/random.h"
+#include "quillboxd/handlers/file_create.h"
 #include "quillboxd/handlers/file_json.h"
 #include "quillboxd/handlers/handlers.h"
 #include "quillboxd/store/uploads.h"
@@ -116,15 +117,15 @@ std::string chooseName(Tree tree, const Node& file, NameRule rule) {
     return tree.freeName(file.parent, file.name, true);
 }
 
-Reply created(const Call& call, const Node& file, bool rapid, bool exists, json::array parts) {
-    return success({{"fileId", Tree::wireId(file.id)},
-                    {"rapidUpload", rapid},
-                    {"exist", exists},
-                    {"containerId", call.account.container},
-                    {"fileName", file.name},
-                    {"uploadId", Tree::wireId(file.id)},
-                    {"parentFolder", json::array{Tree::wireId(file.parent)}},
-                    {"multiParts", std::move(parts)}});
+CreatedFile created(const Call& call, const Node& file, bool rapid, bool exists, json::array parts) {
+    return {file.id, success({{"fileId", Tree::wireId(file.id)},
+                              {"rapidUpload", rapid},
+                              {"exist", exists},
+                              {"containerId", call.account.container},
+                              {"fileName", file.name},
+                              {"uploadId", Tree::wireId(file.id)},
+                              {"parentFolder", json::array{Tree::wireId(file.parent)}},
+                              {"multiParts", std::move(parts)}})};
 }
 
 Upload requireUpload(Uploads& uploads, const Call& call, const std::string& wireId) {
@@ -171,7 +172,7 @@ bool isCompleted(const Call& call, const std::string& wireId, const std::string&
 
 }  // namespace
 
-Reply create(Call& call) {
+CreatedFile createFile(Call& call) {
     const auto request = call.record(createShape);
     call.checkContainer(text(request, "containerId"));
     if (requiredText(request, "uploadMode") != "multipart")
@@ -207,6 +208,10 @@ Reply create(Call& call) {
     uploads.add(upload, parts);
     file.name = name;
     return created(call, file, false, false, partsWithAddresses(call, file.id, parts));
+}
+
+Reply create(Call& call) {
+    return createFile(call).reply;
 }
 
 Reply uploadUrls(Call& call) {

@@ -24,6 +24,28 @@ Reply uploadUrls(Call& call);
 Reply previewLink(Call& call);
 }  // namespace quillboxd::files
 
+namespace quillboxd::backup {
+Reply unbindDevice(Call& call);
+Reply bindDevice(Call& call);
+Reply devices(Call& call);
+Reply takeLock(Call& call);
+Reply renewLock(Call& call);
+Reply releaseLock(Call& call);
+Reply finishRecord(Call& call);
+Reply removeRecord(Call& call);
+Reply record(Call& call);
+Reply addRecord(Call& call);
+Reply records(Call& call);
+Reply recordFiles(Call& call);
+Reply addRecordFile(Call& call);
+Reply addScopes(Call& call);
+Reply removeScopes(Call& call);
+Reply scopes(Call& call);
+Reply values(Call& call);
+Reply value(Call& call);
+Reply setValue(Call& call);
+}  // namespace quillboxd::backup
+
 namespace quillboxd::addresses {
 Reply putPart(Call& call);
 Reply getContent(Call& call);
@@ -36,4 +58,5 @@ Reply requests(Call& call);
 Reply planFault(Call& call);
 Reply forgetFaults(Call& call);
 Reply listFaults(Call& call);
+Reply expireLocks(Call& call);
 }  // namespace quillboxd::control

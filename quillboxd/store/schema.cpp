@@ -1,17 +1,17 @@
 #include "quillboxd/store/schema.h"
 
+#include <iterator>
 #include <stdexcept>
+#include <string>
 
 #include "quillboxd/store/database.h"
 
 namespace quillboxd {
 namespace {
 
-constexpr int version = 1;
-
 // A row of nodes is a folder, a file, or (live = 0) a file whose parts are still on their way; the view shows
 // what people see. A parent of 0 is the account's root folder, which has no row.
-constexpr const char* tables = R"sql(
+constexpr const char* files = R"sql(
 CREATE TABLE settings (key TEXT PRIMARY KEY, value BLOB NOT NULL) WITHOUT ROWID;
 
 CREATE TABLE accounts (
@@ -85,6 +85,66 @@ CREATE TABLE accesses (
     PRIMARY KEY (account, node)) WITHOUT ROWID;
 )sql";
 
+// A device is a number; it has a row where it was bound. Numbers that were given out are not given out again.
+constexpr const char* backups = R"sql(
+CREATE TABLE devices (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    machine_code TEXT NOT NULL,
+    name TEXT,
+    os TEXT,
+    created_time TEXT NOT NULL,
+    UNIQUE (account, machine_code));
+
+CREATE TABLE scopes (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    device INTEGER NOT NULL,
+    module TEXT NOT NULL,
+    local_path TEXT NOT NULL,
+    target_path TEXT NOT NULL,
+    created_time TEXT NOT NULL,
+    UNIQUE (account, device, module, local_path));
+
+CREATE TABLE configuration (
+    account INTEGER NOT NULL REFERENCES accounts,
+    device INTEGER NOT NULL,
+    module TEXT NOT NULL,
+    name TEXT NOT NULL,
+    value TEXT NOT NULL,
+    PRIMARY KEY (account, device, module, name)) WITHOUT ROWID;
+
+CREATE TABLE locks (
+    account INTEGER NOT NULL REFERENCES accounts,
+    module TEXT NOT NULL,
+    id TEXT NOT NULL UNIQUE,
+    token TEXT NOT NULL,
+    used INTEGER NOT NULL DEFAULT 0,
+    expires INTEGER NOT NULL,
+    PRIMARY KEY (account, module)) WITHOUT ROWID;
+
+CREATE TABLE records (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    device INTEGER NOT NULL,
+    module TEXT NOT NULL,
+    status INTEGER NOT NULL DEFAULT 0,
+    version INTEGER NOT NULL DEFAULT 1,
+    properties TEXT,
+    created_time TEXT NOT NULL,
+    end_time TEXT);
+CREATE INDEX record_order ON records (account, module, device, id);
+
+CREATE TABLE record_files (
+    record INTEGER NOT NULL REFERENCES records ON DELETE CASCADE,
+    node INTEGER NOT NULL REFERENCES nodes ON DELETE CASCADE,
+    PRIMARY KEY (record, node)) WITHOUT ROWID;
+)sql";
+
+/// A data folder of version n has the first n of these.
+constexpr const char* steps[] = {files, backups};
+constexpr int version = std::size(steps);
+
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");
     return query.next() ? static_cast<int>(query.integer(0)) : 0;
@@ -95,18 +155,17 @@ int storedVersion(Database& database) {
 void prepareSchema(Database& database) {
     Transaction transaction(database);
     const int found = storedVersion(database);
-    if (found == 0) {
-        database.script(tables);
-        database.script(("PRAGMA user_version = " + std::to_string(version)).c_str());
-    } else if (found != version) {
+    if (found < 0 || found > version)
         throw std::runtime_error("the data folder was made by another version of this program");
-    }
+    for (int step = found; step < version; ++step) database.script(steps[step]);
+    database.script(("PRAGMA user_version = " + std::to_string(version)).c_str());
     transaction.commit();
 }
 
 void emptyTables(Database& database) {
     for (const char* table :
-         {"accesses", "parts", "uploads", "nodes", "segments", "contents", "tokens", "accounts"}) {
+         {"record_files", "records", "locks", "configuration", "scopes", "devices", "accesses", "parts",
+          "uploads", "nodes", "segments", "contents", "tokens", "accounts"}) {
         database.script((std::string("DELETE FROM ") + table).c_str());
     }
 }

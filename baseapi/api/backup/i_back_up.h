@@ -104,7 +104,7 @@ class IBackUp {
     virtual void getConfigInfo(std::optional<GetConfigInfoBean> bean,
                                NetworkCallback<ConfigInfosResponse> oncallback) = 0;
 
-    /// Sets a value that was not there before. `deviceId` must be there.
+    /// Sets a value. `deviceId` must be there.
     virtual void addConfigInfo(std::optional<AddConfigInfoBean> bean,
                                NetworkCallback<AddConfigInfosResponse> oncallback) = 0;
 

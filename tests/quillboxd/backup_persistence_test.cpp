@@ -1,0 +1,73 @@
+#include <sqlite3.h>
+
+#include "tests/quillboxd/backup_client.h"
+
+namespace quillboxd_test {
+namespace {
+
+using testing::ElementsAre;
+
+class BackupPersistenceTest : public testing::Test {
+  protected:
+    void killAndStart() {
+        process_.kill();
+        process_.start();
+    }
+
+    QuillboxdProcess process_;
+    BackupClient client_{process_.url()};
+};
+
+TEST_F(BackupPersistenceTest, WhatWasAcknowledgedIsThereAfterAKill) {
+    client_.cloudFile("POST", "device", R"({"machineCode":"m"})");
+    client_.plain("POST", "device/7/scope",
+                  R"({"moduleCode":"100","scopeList":[{"localPath":"/a","targetFolderPath":"/b"}]})");
+    client_.plain("POST", "device/7/config",
+                  R"({"moduleCode":"101","configName":"wifi","newConfigValue":"on"})");
+    const auto lock = client_.takeLock();
+    const auto record = client_.addRecord(lock);
+    killAndStart();
+    EXPECT_THAT(BackupClient::column(client_.cloudFile("GET", "device"), "data", "machineCode"),
+                ElementsAre("m"));
+    EXPECT_THAT(
+        BackupClient::column(client_.plain("GET", "device/7/scope?moduleCode=100"), "scopeList", "localPath"),
+        ElementsAre("/a"));
+    EXPECT_THAT(
+        BackupClient::column(client_.plain("GET", "device/7/configs?moduleCode=101"), "data", "config_value"),
+        ElementsAre("on"));
+    expectRefused(client_.askForLock("102"), 409, "locked");
+    EXPECT_EQ(client_.finish(record, lock).status, 200);
+    killAndStart();
+    EXPECT_EQ(client_.record(record).at("status").as_int64(), 1);
+}
+
+TEST_F(BackupPersistenceTest, AResetForgetsAll) {
+    client_.addRecord(client_.takeLock());
+    client_.cloudFile("POST", "device", R"({"machineCode":"m"})");
+    EXPECT_EQ(send("POST", process_.url() + "/_dev/reset").status, 200);
+    const BackupClient again(process_.url());
+    EXPECT_THAT(again.recordIds("deviceId=0&moduleCode=&pageSize=1"), testing::IsEmpty());
+    EXPECT_THAT(BackupClient::column(again.cloudFile("GET", "device"), "data", "machineCode"),
+                testing::IsEmpty());
+    again.takeLock();
+}
+
+TEST_F(BackupPersistenceTest, ADataFolderFromBeforeThereWereBackupsIsTaken) {
+    const auto id = client_.upload("file", "content");
+    ASSERT_EQ(process_.terminate(), 0);
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open((process_.dataFolder() / "quillboxd.sqlite").c_str(), &database), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(database,
+                           "DROP TABLE record_files; DROP TABLE records; DROP TABLE locks;"
+                           "DROP TABLE configuration; DROP TABLE scopes; DROP TABLE devices;"
+                           "PRAGMA user_version = 1",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(database);
+    process_.start();
+    EXPECT_EQ(client_.download(id), "content");
+    client_.addRecord(client_.takeLock());
+}
+
+}  // namespace
+}  // namespace quillboxd_test
