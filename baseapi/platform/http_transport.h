@@ -77,15 +77,17 @@ struct DownloadAnswer {
 };
 
 /// One transfer. It has not begun before `resume()`, and keeps itself alive from then until its completion
-/// has run.
+/// has run. Callable from any thread.
 class HttpTask {
   public:
     virtual ~HttpTask() = default;
 
     /// A number that no other task of this transport has.
     virtual std::int64_t identifier() const = 0;
+    /// Begins the transfer and returns at once. Once is enough: a second call does nothing.
     virtual void resume() = 0;
-    /// The completion still comes, with `TransportError::Kind::cancelled`, unless it is on its way already.
+    /// The completion still comes, with `TransportError::Kind::cancelled`, unless it is on its way already;
+    /// also that of a task which has not begun.
     virtual void cancel() = 0;
 };
 
@@ -94,7 +96,8 @@ class HttpTask {
 /// never on the thread that does the network's work and never inside a call of this interface; those of one
 /// task run one after the other, its completion last and exactly once. An answer that ends inside its head or
 /// before its announced length is an error. A header with a control character is an error, and nothing is
-/// sent.
+/// sent. Callable from any thread; a completion or a progress listener may be absent, and what either throws
+/// goes no further.
 class HttpTransport {
   public:
     /// Running totals of this transfer in bytes; `total` is -1 where it is not known.

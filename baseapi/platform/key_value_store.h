@@ -23,8 +23,9 @@ class KeyValueStore {
 
     virtual ~KeyValueStore() = default;
 
+    /// Absent where nothing is stored under the key, or the store cannot be read.
     virtual std::optional<Value> get(std::string_view key) = 0;
-    /// Replaces any earlier value of the key.
+    /// Replaces any earlier value of the key, of whatever kind. What cannot be written is dropped.
     virtual void put(std::string_view key, const Value& value) = 0;
     virtual void remove(std::string_view key) = 0;
     /// Removes all values.

@@ -16,7 +16,8 @@
 namespace baseapi {
 
 /// What a system lends the library. A host puts its own parts in place with `usePlatform` before its first
-/// call; what it leaves empty gets the default of any Linux machine.
+/// call; what it leaves empty gets the default of any Linux machine. The parts are kept until the process
+/// ends, and are in use until then, also while `main` returns.
 struct Platform {
     /// What the library's callbacks run on and its requests are sent from. Default: a small pool of threads
     /// that grows while jobs block.

@@ -11,7 +11,9 @@ namespace baseapi {
 
 /// Which page of a list is asked for.
 struct PageInfo {
+    /// The most entries of one page.
     std::int64_t pageSize = 0;
+    /// The cursor that came with the page before; absent for the first page.
     std::optional<std::string> pageCursor;
 
     std::int64_t getPageSize() const { return pageSize; }
