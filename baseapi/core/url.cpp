@@ -59,9 +59,9 @@ URL::URL(std::string_view text) : text_(text) {
     }
 }
 
-URL URL::file(std::filesystem::path path) {
+URL URL::file(const std::filesystem::path& path) {
     URL url;
-    url.text_ = std::move(path).string();
+    url.text_ = path.string();
     url.isFile_ = true;
     return url;
 }

@@ -14,7 +14,7 @@ class URL {
     explicit URL(std::string_view text);
 
     /// The address of a local file; the path's bytes are taken as they are.
-    static URL file(std::filesystem::path path);
+    static URL file(const std::filesystem::path& path);
 
     bool isFileURL() const { return isFile_; }
     /// The text as given, or the path of a file's address.

@@ -20,7 +20,7 @@ inline constexpr std::array<char, 200> digitPairs = [] {
 }();
 
 inline char* putTwoDigits(char* at, std::uint32_t number) {
-    std::memcpy(at, digitPairs.data() + 2 * number, 2);
+    std::memcpy(at, digitPairs.data() + std::size_t{2} * number, 2);
     return at + 2;
 }
 

@@ -143,8 +143,8 @@ bool Reader::onlyElement(Parser& parser, const std::string& text, Read read) {
     if (const auto code = document.get_array().get(array)) return corrupted(code);
     std::size_t count = 0;
     for (auto element : array) {
-        Value value;
-        if (const auto code = std::move(element).get(value)) return corrupted(code);
+        if (element.error()) return corrupted(element.error());
+        Value value = element.value_unsafe();
         if (count++ > 0) break;
         if (!read(value)) return false;
     }

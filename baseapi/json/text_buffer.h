@@ -22,7 +22,7 @@ class TextBuffer {
     }
     void advance(const char* end) { at_ += end - at_; }
     static constexpr std::size_t longest = 1024;
-    static constexpr std::size_t mostExpected = 1024 * 1024;
+    static constexpr std::size_t mostExpected = std::size_t{1} << 20;
 
     void put(char byte) {
         *place(1) = byte;

@@ -24,7 +24,7 @@ std::filesystem::path folderFromEnvironment(const char* name) {
 }
 
 std::filesystem::path homeFolder() {
-    if (const auto home = folderFromEnvironment("HOME"); home.is_absolute()) return home;
+    if (auto home = folderFromEnvironment("HOME"); home.is_absolute()) return home;
     const passwd* user = ::getpwuid(::getuid());
     return user ? user->pw_dir : "/";
 }
