@@ -7,7 +7,8 @@ namespace baseapi {
 namespace {
 
 constexpr std::size_t kLargeUpload = 256 << 10;
-constexpr long kLargeBuffer = 512 << 10;
+/// Fits into a core's own cache, twice.
+constexpr long kLargeBuffer = 128 << 10;
 constexpr long kSmallBuffer = 64 << 10;
 
 }  // namespace
