@@ -2,17 +2,22 @@
 // be measured stands in the table at the end; scripts/bench runs it all and compares.
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
+#include "baseapi/api/files/records.h"
 #include "baseapi/core/named_operation_queue.h"
+#include "baseapi/json/codec.h"
 #include "bench/curl_calls.h"
+#include "bench/file_page.h"
 #include "bench/library.h"
 #include "bench/measure.h"
 #include "bench/require.h"
@@ -49,7 +54,8 @@ std::vector<Part> partsOf(const std::filesystem::path& file) {
 }
 
 void printSeconds(double seconds) {
-    std::printf("{\"seconds\":%.6f,\"peakMiB\":%.1f}\n", seconds, peakMemory());
+    std::printf("{\"seconds\":%.6f,\"processorSeconds\":%.6f,\"peakMiB\":%.1f}\n", seconds,
+                processorSeconds(), peakMemory());
 }
 
 double secondsOfCalls(Caller& caller, int count, int width) {
@@ -87,6 +93,33 @@ void upload(const Arguments& arguments) {
     printSeconds(secondsOf([&] { uploadWithLibrary(arguments.at(1)); }));
 }
 
+/// upload-all PORT FOLDER WIDTH: every file of the folder, so many of them at once
+void uploadAll(const Arguments& arguments) {
+    openSession(address(arguments.at(0)));
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(arguments.at(1)))
+        files.push_back(entry.path());
+    printSeconds(secondsOf([&] {
+        std::atomic<std::size_t> next = 0;
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < std::stoi(arguments.at(2)); ++i)
+            threads.emplace_back([&] {
+                for (std::size_t file; (file = next.fetch_add(1)) < files.size();)
+                    uploadWithLibrary(files[file]);
+            });
+    }));
+}
+
+/// decode COUNT: a page of 1,000 files, so many times
+void decode(const Arguments& arguments) {
+    std::string page = filePage(1000);
+    for (int i = 0; i < std::stoi(arguments.at(0)); ++i) {
+        baseapi::FilesListResponse response;
+        require(!baseapi::decode(page, response), "the page does not decode");
+    }
+    std::printf("{\"bytes\":%zu}\n", page.size());
+}
+
 /// hash FILE
 void hash(const Arguments& arguments) {
     printSeconds(secondsOf([&] { hashFile(arguments.at(0)); }));
@@ -119,13 +152,9 @@ void curlDownload(const Arguments& arguments) {
 }
 
 const std::map<std::string, void (*)(const Arguments&)> works = {
-    {"calls", calls},
-    {"upload", upload},
-    {"hash", hash},
-    {"put-parts", putPartsOfFile},
-    {"parts", showParts},
-    {"download", download},
-    {"curl-download", curlDownload},
+    {"calls", calls},     {"upload", upload},     {"upload-all", uploadAll},
+    {"decode", decode},   {"hash", hash},         {"put-parts", putPartsOfFile},
+    {"parts", showParts}, {"download", download}, {"curl-download", curlDownload},
 };
 
 }  // namespace

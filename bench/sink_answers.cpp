@@ -77,6 +77,7 @@ Answer SinkAnswers::answer(const Request& request) {
     if (request.path.starts_with(contents))
         return {.filler = std::stoull(request.path.substr(contents.size())),
                 .extraHeaders = "ETag: \"1\"\r\n"};
+    if (request.path == "/connections") return {.body = std::to_string(request.connections)};
     if (request.path.starts_with(bucket)) return answerBucket(request);
     return {.status = request.verb == "PUT" ? 200 : 404};
 }

@@ -12,6 +12,8 @@ struct Request {
     std::string query;
     std::string host;
     std::uint64_t bodyLength = 0;
+    /// How many connections the server has taken so far.
+    std::uint64_t connections = 0;
     /// The body of a POST; any other body is thrown away as it comes.
     std::string body;
 };
@@ -27,7 +29,7 @@ struct Answer {
 };
 
 /// What the other side of the comparisons answers: three file operations, part addresses, a content address,
-/// and as much of S3 as `rclone copyto` asks for.
+/// the number of connections, and as much of S3 as `rclone copyto` asks for.
 class SinkAnswers {
   public:
     Answer answer(const Request& request);

@@ -122,6 +122,7 @@ void SinkServer::run() {
 void SinkServer::accept() {
     const int descriptor = accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
     if (descriptor < 0) return;
+    ++accepted_;
     const int on = 1;
     setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     auto connection = std::make_unique<Connection>(Connection{.descriptor = descriptor});
@@ -155,6 +156,7 @@ void SinkServer::takeRequests(Connection& connection) {
         input.erase(0, end + 4);
         connection.bodyLeft = head.request.bodyLength;
         connection.request = std::move(head.request);
+        connection.request->connections = accepted_;
         if (head.awaitsContinue && connection.bodyLeft > input.size())
             connection.output += "HTTP/1.1 100 Continue\r\n\r\n";
     }

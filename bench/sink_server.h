@@ -35,6 +35,7 @@ class SinkServer {
     int listener_;
     int epoll_;
     int port_;
+    std::uint64_t accepted_ = 0;
     std::vector<char> buffer_;
     std::map<int, std::unique_ptr<Connection>> connections_;
     SinkAnswers answers_;
