@@ -22,8 +22,8 @@ class ITransfer {
     /// Fetches `url` into the file `localPath`; an existing file is replaced, and a missing folder is made.
     /// Returns at once. Whatever the address answers is saved, an error page too. `fileId` is not used.
     ///
-    /// `completion` is called once, also after a cancel, unless a file was there beside an error. The
-    /// temporary file lies in the platform's temporary folder, readable by its owner alone.
+    /// `completion` is called once, also after a cancel. The temporary file lies in the platform's temporary
+    /// folder, where its owner alone can reach it.
     virtual std::shared_ptr<Cancelable> downloadFile(const URL& url, const std::string& fileId,
                                                      const URL& localPath, DownloadProgress progress,
                                                      DownloadCompletion completion) = 0;

@@ -73,7 +73,7 @@ void UploadTask::send(ByteBuffer bytes) {
         reportFailure("has cancel");
     } else if (response.code == 0) {
         logLine(TAG, ": onSuccess ret = ", msg);
-        onCallback({UploadResult::onSuccess{hash1, response}});
+        report({UploadResult::onSuccess{hash1, response}});
     } else {
         logLine(TAG, ": onFailure ret = ", msg);
         reportFailure("upload sync error");
@@ -94,11 +94,15 @@ std::string UploadTask::description() const {
 void UploadTask::onProgress(const std::string& hash, std::int64_t bytesWritten,
                             std::int64_t totalBytes) const {
     logLine(TAG, ": onProgress - ", hash, ", bytesWritten = ", bytesWritten, ", totalBytes = ", totalBytes);
-    onCallback({UploadResult::onProgress{hash, bytesWritten, totalBytes}});
+    report({UploadResult::onProgress{hash, bytesWritten, totalBytes}});
 }
 
 void UploadTask::reportFailure(std::string message) const {
-    onCallback({UploadResult::onFailure{hash1, -1, std::move(message)}});
+    report({UploadResult::onFailure{hash1, -1, std::move(message)}});
+}
+
+void UploadTask::report(UploadResult result) const {
+    if (onCallback) onCallback(std::move(result));
 }
 
 }  // namespace baseapi

@@ -23,6 +23,7 @@ class UploadTask final : public Cancelable, public std::enable_shared_from_this<
     static constexpr std::string_view TAG = "UploadTask";
 
     /// Receives what the part reports: progress on the delegate queue, the end on the thread of `execute`.
+    /// May be absent.
     std::function<void(UploadResult)> onCallback;
     /// The part's sub-hash.
     std::string hash1;
@@ -53,6 +54,7 @@ class UploadTask final : public Cancelable, public std::enable_shared_from_this<
     ByteBuffer readPart() const;
     void onProgress(const std::string& hash, std::int64_t bytesWritten, std::int64_t totalBytes) const;
     void reportFailure(std::string message) const;
+    void report(UploadResult result) const;
 };
 
 }  // namespace baseapi

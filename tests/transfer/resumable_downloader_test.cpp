@@ -248,6 +248,42 @@ TEST_F(ResumableDownloaderTest, FailsOnceWhenTheTransferBreaks) {
     EXPECT_EQ(server_->requestCount(), 1U);  // one attempt
 }
 
+TEST_F(ResumableDownloaderTest, FailsWhenTheAnswerEndsInsideItsHead) {
+    serve([](Exchange& exchange) {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Len");
+        exchange.close();
+    });
+    start();
+    EXPECT_THAT(deliveries_.waitForEnd(), StartsWith("failure "));
+    EXPECT_FALSE(fs::exists(place_));
+}
+
+TEST_F(ResumableDownloaderTest, LeavesTheOldFileAloneWhenTheTransferBreaks) {
+    std::ofstream(place_) << "old";
+    serve([](Exchange& exchange) { exchange.reset(); });
+    start();
+    EXPECT_THAT(deliveries_.waitForEnd(), StartsWith("failure "));
+    EXPECT_EQ(contentOf(place_), "old");
+}
+
+TEST_F(ResumableDownloaderTest, GivesTheFileTheRightsOfAnyNewFile) {
+    serve([](Exchange& exchange) { exchange.answer(200, "content"); });
+    start();
+    EXPECT_EQ(deliveries_.waitForEnd(), succeeded());
+    std::ofstream(folder_ / "any") << "x";
+    EXPECT_EQ(fs::status(place_).permissions(), fs::status(folder_ / "any").permissions());
+}
+
+TEST_F(ResumableDownloaderTest, FailsWhenThereIsNoRoomForTheTemporaryFile) {
+    serve([](Exchange& exchange) { exchange.answer(200, "content"); });
+    fs::remove(test_support::temporaryFolder());
+    start();
+    EXPECT_THAT(deliveries_.waitForEnd(), StartsWith("failure " + test_support::temporaryFolder().string()));
+    fs::create_directory(test_support::temporaryFolder());
+    EXPECT_EQ(deliveries_.ends().size(), 1U);
+    EXPECT_EQ(server_->requestCount(), 0U);
+}
+
 TEST_F(ResumableDownloaderTest, HasNoResumeDataAfterAnErrorAndACancel) {
     serve([](Exchange& exchange) {
         exchange.send("HTTP/1.1 200 OK\r\nETag: \"v1\"\r\nContent-Length: 10\r\n\r\n01234");
@@ -294,6 +330,37 @@ TEST_F(ResumableDownloaderTest, ContinuesATransferThatWasCutOff) {
     EXPECT_EQ(server_->requests()[1].header("If-Range"), "\"v1\"");
     EXPECT_FALSE(downloader_->hasResumeData());
     EXPECT_EQ(deliveries_.fractions().back(), 1.0);
+}
+
+TEST_F(ResumableDownloaderTest, ContinuesATransferThatWasCutOffTwice) {
+    serve([](Exchange& exchange) {
+        const auto range = exchange.request.header("Range");
+        if (range == "bytes=8-")
+            return exchange.answer(206, "89", {{"ETag", "\"v1\""}, {"Content-Range", "bytes 8-9/10"}});
+        exchange.send(range == "bytes=5-"
+                          ? "HTTP/1.1 206 Partial Content\r\nETag: \"v1\"\r\nContent-Range: bytes 5-9/10\r\n"
+                            "Content-Length: 5\r\n\r\n567"
+                          : "HTTP/1.1 200 OK\r\nETag: \"v1\"\r\nContent-Length: 10\r\n\r\n01234");
+        exchange.hold();
+    });
+    cutInTheMiddle();
+    cutInTheMiddle();
+    start();
+    EXPECT_EQ(deliveries_.waitForEnd(), succeeded());
+    EXPECT_EQ(contentOf(place_), "0123456789");
+}
+
+TEST_F(ResumableDownloaderTest, FailsWhenAnotherRangeComesThanWasAskedFor) {
+    serve([](Exchange& exchange) {
+        if (exchange.request.header("Range"))
+            return exchange.answer(206, "345", {{"ETag", "\"v1\""}, {"Content-Range", "bytes 3-5/10"}});
+        exchange.send("HTTP/1.1 200 OK\r\nETag: \"v1\"\r\nContent-Length: 10\r\n\r\n01234");
+        exchange.hold();
+    });
+    cutInTheMiddle();
+    start();
+    EXPECT_THAT(deliveries_.waitForEnd(), StartsWith("failure "));
+    EXPECT_FALSE(fs::exists(place_));
 }
 
 TEST_F(ResumableDownloaderTest, StartsAnewWhenTheServiceDoesNotContinue) {
@@ -371,13 +438,7 @@ TEST_F(ResumableDownloaderTest, KeepsItselfUntilItsEnd) {
 
 TEST_F(ResumableDownloaderTest, DeliversItsEndOnTheMainQueue) {
     serve([](Exchange& exchange) { exchange.answer(200, "content"); });
-    std::thread::id mainThread;
-    Event known;
-    onMainQueue([&] {
-        mainThread = std::this_thread::get_id();
-        known.set();
-    });
-    ASSERT_TRUE(known.wait());
+    const auto mainThread = threadOfTheMainQueue();
     Event ended;
     downloader_->start([&](double) { EXPECT_NE(std::this_thread::get_id(), mainThread); },
                        [&](const DownloadResult&) {

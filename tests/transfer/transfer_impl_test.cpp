@@ -77,18 +77,27 @@ TEST_F(TransferImplTest, DownloadsIntoTheFile) {
     EXPECT_EQ(calls(), std::vector<std::string>{"GET /content"});
 }
 
-TEST_F(TransferImplTest, MakesAnObjectForEachDownload) {
-    on("GET /content", 200, "content");
-    Event ended[2];
-    std::shared_ptr<Cancelable> handles[2];
-    for (int i = 0; i < 2; ++i)
-        handles[i] =
-            transfer_.downloadFile(URL(server_->url("/content")), "", URL::file(folder_ / std::to_string(i)),
-                                   nullptr, [&, i](const DownloadResult&) { ended[i].set(); });
-    EXPECT_NE(handles[0], handles[1]);
-    EXPECT_TRUE(ended[0].wait());
-    EXPECT_TRUE(ended[1].wait());
-    for (const auto& request : server_->requests()) EXPECT_FALSE(request.header("Range"));
+TEST_F(TransferImplTest, MakesAnObjectForEachDownloadThatKnowsNothingOfAnother) {
+    on("GET /content", [](Exchange& exchange) {
+        if (exchange.request.number == 2) return exchange.answer(200, "whole");
+        exchange.send("HTTP/1.1 200 OK\r\nETag: \"v1\"\r\nContent-Length: 10\r\n\r\n01234");
+        exchange.hold();
+    });
+    const URL url(server_->url("/content"));
+    const auto place = URL::file(folder_ / "place");
+    Event arrived;
+    Event cut;
+    const auto first = transfer_.downloadFile(
+        url, "", place, [&](double) { arrived.set(); }, [&](const DownloadResult&) { cut.set(); });
+    ASSERT_TRUE(arrived.wait());
+    first->cancel();
+    ASSERT_TRUE(cut.wait());  // the first could continue now
+    Event ended;
+    const auto second =
+        transfer_.downloadFile(url, "", place, nullptr, [&](const DownloadResult&) { ended.set(); });
+    EXPECT_NE(first, second);
+    ASSERT_TRUE(ended.wait());
+    EXPECT_FALSE(server_->requests().at(1).header("Range"));
 }
 
 }  // namespace

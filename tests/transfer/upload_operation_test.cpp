@@ -50,13 +50,7 @@ TEST_F(UploadOperationTest, OccupiesItsWorkerUntilTheUploadHasEnded) {
 
 TEST_F(UploadOperationTest, DeliversTheLastEventOnTheMainQueue) {
     on(create, 200, R"({"code":0,"rapidUpload":true})");
-    std::thread::id mainThread;
-    Event known;
-    onMainQueue([&] {
-        mainThread = std::this_thread::get_id();
-        known.set();
-    });
-    ASSERT_TRUE(known.wait());
+    const auto mainThread = threadOfTheMainQueue();
     Event ended;
     queue_.addOperation(operationFor([&](const UploadProcessResult&) {
         EXPECT_EQ(std::this_thread::get_id(), mainThread);

@@ -171,6 +171,27 @@ TEST_F(UploadProcessTest, FailsWhenTheServiceRefusesToCreate) {
     EXPECT_TRUE(logged("filesCreateRequest failure code = 1507, msg = quota exceeded"));
 }
 
+TEST_F(UploadProcessTest, FailsWhenAnAnswerIsNotWhole) {
+    on(create, [](Exchange& exchange) {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n{\"code\":0,\"rapidUpload\":true}");
+        exchange.close();
+    });
+    EXPECT_EQ(uploadSmall(), failed);
+    EXPECT_THAT(calls(), ElementsAre(create));  // one attempt
+}
+
+TEST_F(UploadProcessTest, FailsWhenTheAnswerIsNoRecord) {
+    on(create, 200, "<html>");
+    EXPECT_EQ(uploadSmall(), failed);
+    EXPECT_THAT(calls(), ElementsAre(create));
+}
+
+TEST_F(UploadProcessTest, FailsWhenNobodyIsThere) {
+    CloudInstance::shared().host = "http://127.0.0.1:1";
+    EXPECT_EQ(uploadSmall(), failed);
+    EXPECT_EQ(server_->requestCount(), 0U);
+}
+
 TEST_F(UploadProcessTest, FailsWhenTheCreatedRecordHasACode) {
     on(create, 200, R"({"code":4001,"msg":"no"})");
     EXPECT_EQ(uploadSmall(), failed);
@@ -256,6 +277,25 @@ TEST_F(UploadProcessTest, FailsWhenTheFileHasGoneOnceItIsCreated) {
     EXPECT_EQ(events_.waitForLast(), failed);
     EXPECT_TRUE(logged("文件打开失败: " + file.text() + ": No such file or directory"));
     EXPECT_THAT(calls(), ElementsAre(create));
+}
+
+TEST_F(UploadProcessTest, SendsTheFileAsItHasBecomeAndLeavesTheJudgementToTheService) {
+    BASEAPI_NEEDS_PARTS();
+    const auto file = fileOf("0123456789");
+    on(create, [&](Exchange& exchange) {
+        fileOf("shorter");
+        exchange.answer(200, createdWithParts({4, 4, 2}));
+    });
+    for (const auto* part : {"PUT /part/1", "PUT /part/2", "PUT /part/3"}) on(part, 200);
+    on(complete, 400, R"({"code":1400,"msg":"wrong hash"})");
+    upload(file);
+    EXPECT_EQ(events_.waitForLast(), failed);
+    std::map<std::string, std::string> bodies;
+    for (const auto& request : server_->requests())
+        if (request.verb == "PUT") bodies[request.target] = request.body;
+    EXPECT_THAT(bodies, ElementsAre(testing::Pair("/part/1", "shor"), testing::Pair("/part/2", "ter"),
+                                    testing::Pair("/part/3", "")));
+    EXPECT_EQ(events_.lastEvents(), 1U);
 }
 
 TEST_F(UploadProcessTest, HashesTheFileOnceOnTheCallersThread) {

@@ -100,6 +100,28 @@ TEST_F(UploadTaskTest, FailsWithItsOwnWordsWhenTheConnectionBreaks) {
     EXPECT_EQ(server_->requestCount(), 1U);  // one attempt
 }
 
+TEST_F(UploadTaskTest, FailsWhenTheAnswerIsNotWhole) {
+    for (const auto* answer :
+         {"", "HTTP/1.1 200 OK\r\nContent-", "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\nab"}) {
+        on("PUT /part/1", [=](Exchange& exchange) {
+            exchange.send(answer);
+            exchange.close();
+        });
+        ends_.clear();
+        taskFor(fileOf("0123456789"), 0, 10)->execute();
+        EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 upload sync error")) << answer;
+    }
+    EXPECT_EQ(server_->requestCount(), 3U);
+}
+
+TEST_F(UploadTaskTest, RunsAlsoWhereNobodyListens) {
+    on("PUT /part/1", 200);
+    const auto task = taskFor(fileOf("0123456789"), 0, 10);
+    task->onCallback = nullptr;
+    task->execute();
+    EXPECT_EQ(sentBody(), "0123456789");
+}
+
 TEST_F(UploadTaskTest, FailsForAnAddressThatIsNone) {
     const auto task = taskFor(fileOf("0123456789"), 0, 10);
     task->uploadUrl = "http://a b/";

@@ -14,7 +14,7 @@ namespace baseapi {
 void PartialFile::open(const std::filesystem::path& path) {
     path_ = path;
     // Non-blocking for what is no file at all: opening a FIFO would wait for a reader.
-    descriptor_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, 0600);
+    descriptor_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, 0666);
     if (descriptor_ < 0) fail();
     struct stat status;
     if (::fstat(descriptor_, &status) != 0) fail();
