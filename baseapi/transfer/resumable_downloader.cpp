@@ -2,6 +2,7 @@
 
 #include <system_error>
 #include <utility>
+#include <variant>
 
 #include "baseapi/core/callback.h"
 #include "baseapi/core/log.h"
@@ -122,10 +123,11 @@ void ResumableDownloader::deliverEnd(const DownloadCompletion& handler,
     }
     if (!temporaryFile) return;
     logLine("===moveTempFile=== ", temporaryFile->path().native());
-    const auto moveError = move(temporaryFile->path());
+    const auto result = moveToDestination(temporaryFile->path());
     temporaryFile.reset();  // nothing is left of it when the host hears of the end
-    if (moveError) logLine("move file error = ", *moveError);
-    deliverMove(handler, moveError);
+    if (const auto* failure = std::get_if<DownloadResult::failure>(&result.value))
+        logLine("move file error = ", failure->message);
+    invokeCallback(handler, result);
 }
 
 void ResumableDownloader::didWriteData(std::int64_t totalBytesWritten,
@@ -139,9 +141,10 @@ void ResumableDownloader::didWriteData(std::int64_t totalBytesWritten,
 
 void ResumableDownloader::didFinishDownloading(const fs::path& temporaryFile) {
     logLine("download didFinishDownloadingTo");
-    const auto moveError = move(temporaryFile);
-    setState(moveError ? DownloadState::failed : DownloadState::completed);
-    if (const auto attempt = currentAttempt()) deliverMove(attempt->completionHandler, moveError);
+    const auto result = moveToDestination(temporaryFile);
+    const bool moved = std::holds_alternative<DownloadResult::success>(result.value);
+    setState(moved ? DownloadState::completed : DownloadState::failed);
+    if (const auto attempt = currentAttempt()) invokeCallback(attempt->completionHandler, result);
 }
 
 void ResumableDownloader::didComplete(const std::optional<DownloadError>& error) {
@@ -157,22 +160,13 @@ void ResumableDownloader::didComplete(const std::optional<DownloadError>& error)
         invokeCallback(attempt->completionHandler, DownloadResult{DownloadResult::failure{error->text}});
 }
 
-/// Gives the reason where the file could not be moved to the destination.
-std::optional<std::string> ResumableDownloader::move(const fs::path& temporaryFile) const {
+DownloadResult ResumableDownloader::moveToDestination(const fs::path& temporaryFile) const {
     try {
         moveIntoPlace(temporaryFile, destinationURL.path());
-        return std::nullopt;
+        return {DownloadResult::success{destinationURL}};
     } catch (const std::system_error& error) {
-        return error.what();
+        return {DownloadResult::failure{error.what()}};
     }
-}
-
-void ResumableDownloader::deliverMove(const DownloadCompletion& handler,
-                                      const std::optional<std::string>& moveError) const {
-    if (moveError)
-        invokeCallback(handler, DownloadResult{DownloadResult::failure{*moveError}});
-    else
-        invokeCallback(handler, DownloadResult{DownloadResult::success{destinationURL}});
 }
 
 ResumableDownloader::AttemptPointer ResumableDownloader::currentAttempt() const {

@@ -89,8 +89,7 @@ class ResumableDownloader final : public Cancelable,
     void keepResumeData(const AttemptPointer& attempt, const std::optional<DownloadError>& error);
     void deliverEnd(const DownloadCompletion& handler, std::shared_ptr<const TemporaryFile> temporaryFile,
                     const std::optional<DownloadError>& error) const;
-    std::optional<std::string> move(const std::filesystem::path& temporaryFile) const;
-    void deliverMove(const DownloadCompletion& handler, const std::optional<std::string>& moveError) const;
+    DownloadResult moveToDestination(const std::filesystem::path& temporaryFile) const;
     AttemptPointer currentAttempt() const;
     void setState(DownloadState state);
 
