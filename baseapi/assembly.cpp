@@ -3,6 +3,7 @@
 #include "baseapi/api/backup/backup_impl.h"
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/user/user_impl.h"
+#include "baseapi/backup/phone_backup_impl.h"
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/transfer/transfer_impl.h"
 
@@ -12,6 +13,7 @@ CloudInstance::CloudInstance()
     : userImpl_(makeUserImpl().release()),
       fileImpl_(makeFileImpl().release()),
       transferImpl_(new TransferImpl),
-      backupImpl_(makeBackupImpl().release()) {}
+      backupImpl_(makeBackupImpl().release()),
+      phoneBackupImpl_(new PhoneBackupImpl) {}
 
 }  // namespace baseapi

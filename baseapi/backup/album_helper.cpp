@@ -47,6 +47,10 @@ bool AlbumHelper::checkPhotoLibraryPermission() {
     return status == PhotoLibrary::authorized || status == PhotoLibrary::limited;
 }
 
+bool AlbumHelper::hasContactsPermission() {
+    return platform().addressBook->authorizationStatus() == AddressBook::AuthorizationStatus::authorized;
+}
+
 MediaAssets AlbumHelper::fetchAllMediaAssets() {
     auto& library = *platform().photoLibrary;
     return {library.fetchAssets(MediaType::image), library.fetchAssets(MediaType::video)};

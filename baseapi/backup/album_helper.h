@@ -35,6 +35,8 @@ class AlbumHelper {
 
     /// Whether the photo library may be read, in full or in part.
     static bool checkPhotoLibraryPermission();
+    /// Whether the address book may be read.
+    static bool hasContactsPermission();
 
     static MediaAssets fetchAllMediaAssets();
 

@@ -10,6 +10,7 @@ namespace baseapi {
 
 class IBackUp;
 class IFile;
+class IPhoneBackup;
 class ISliceFile;
 class ITransfer;
 class IUser;
@@ -53,6 +54,7 @@ class CloudInstance {
     IFile& getFileImpl() const { return *fileImpl_; }
     ITransfer& getTransferImpl() const { return *transferImpl_; }
     IBackUp& getBackupImpl() const { return *backupImpl_; }
+    IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
 
   private:
     /// Builds the service objects, in the order of the fields below.
@@ -63,6 +65,7 @@ class CloudInstance {
     IFile* fileImpl_;
     ITransfer* transferImpl_;
     IBackUp* backupImpl_;
+    IPhoneBackup* phoneBackupImpl_;
 };
 
 }  // namespace baseapi

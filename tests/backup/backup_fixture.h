@@ -20,6 +20,35 @@
 
 namespace baseapi {
 
+/// Events as texts.
+class TextEvents {
+  public:
+    void add(const std::string& text) {
+        std::lock_guard lock(mutex_);
+        texts_.push_back(text);
+        changed_.notify_all();
+    }
+    std::vector<std::string> all() const {
+        std::lock_guard lock(mutex_);
+        return texts_;
+    }
+    /// The first text that begins as one of the two; empty where none comes in time.
+    std::string waitFor(std::string_view one, std::string_view other) const {
+        const auto begins = [&](const auto& text) {
+            return text.starts_with(one) || text.starts_with(other);
+        };
+        std::unique_lock lock(mutex_);
+        const auto there = [&] { return std::ranges::any_of(texts_, begins); };
+        if (!changed_.wait_for(lock, test_support::kPatience, there)) return "";
+        return *std::ranges::find_if(texts_, begins);
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    mutable std::condition_variable changed_;
+    std::vector<std::string> texts_;
+};
+
 /// The events of one run, as texts.
 class BackupEvents {
   public:
@@ -36,34 +65,19 @@ class BackupEvents {
         };
     }
 
-    std::vector<std::string> all() const {
-        std::lock_guard lock(mutex_);
-        return texts_;
-    }
+    std::vector<std::string> all() const { return events_.all(); }
     std::vector<std::string> completions() const {
         auto texts = all();
         std::erase_if(texts, [](const auto& text) { return !text.starts_with("onComplete"); });
         return texts;
     }
     /// The first `onComplete`; empty where none comes in time.
-    std::string waitForComplete() const {
-        std::unique_lock lock(mutex_);
-        const auto complete = [&] { return std::ranges::find_if(texts_, isComplete) != texts_.end(); };
-        if (!changed_.wait_for(lock, test_support::kPatience, complete)) return "";
-        return *std::ranges::find_if(texts_, isComplete);
-    }
+    std::string waitForComplete() const { return events_.waitFor("onComplete", "onComplete"); }
 
   private:
-    static bool isComplete(const std::string& text) { return text.starts_with("onComplete"); }
-    void add(const std::string& text) {
-        std::lock_guard lock(mutex_);
-        texts_.push_back(text);
-        changed_.notify_all();
-    }
+    void add(const std::string& text) { events_.add(text); }
 
-    mutable std::mutex mutex_;
-    mutable std::condition_variable changed_;
-    std::vector<std::string> texts_;
+    TextEvents events_;
 };
 
 /// A service that answers every call of a run as a good one does, unless the test says otherwise by verb and
