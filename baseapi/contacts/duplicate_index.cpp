@@ -2,6 +2,7 @@
 
 #include <boost/unordered/unordered_flat_set.hpp>
 #include <cstring>
+#include <functional>
 #include <memory_resource>
 #include <string>
 #include <string_view>
@@ -50,21 +51,24 @@ void forEachKey(const AddressBookContact& contact, AddressBook& names, Function 
 
 class DuplicateIndex::Keys {
   public:
+    explicit Keys(std::size_t expected) { keys_.reserve(expected); }
+
     bool empty() const { return keys_.empty(); }
     bool contains(std::string_view key) const { return keys_.contains(key); }
     void add(std::string_view key) {
-        if (contains(key)) return;
         auto* const place = static_cast<char*>(memory_.allocate(key.size(), 1));
         std::memcpy(place, key.data(), key.size());
         keys_.emplace(place, key.size());
     }
 
   private:
+    // The bytes of the keys, one behind the other.
     std::pmr::monotonic_buffer_resource memory_{64 * 1024};
-    boost::unordered_flat_set<std::string_view> keys_;
+    boost::unordered_flat_set<std::string_view, std::hash<std::string_view>> keys_;
 };
 
-DuplicateIndex::DuplicateIndex(AddressBook& names) : names_(names), keys_(std::make_unique<Keys>()) {}
+DuplicateIndex::DuplicateIndex(AddressBook& names, std::size_t expected)
+    : names_(names), keys_(std::make_unique<Keys>(expected)) {}
 
 DuplicateIndex::~DuplicateIndex() = default;
 

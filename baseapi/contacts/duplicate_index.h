@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "baseapi/platform/address_book.h"
@@ -10,8 +11,9 @@ namespace baseapi {
 /// is like no other.
 class DuplicateIndex {
   public:
-    /// The address book gives the full names; it must outlive the index.
-    explicit DuplicateIndex(AddressBook& names);
+    /// The address book gives the full names; it must outlive the index. There is room at once for `expected`
+    /// phone numbers.
+    DuplicateIndex(AddressBook& names, std::size_t expected);
     ~DuplicateIndex();
 
     void add(const AddressBookContact& contact);

@@ -107,6 +107,11 @@ std::string_view withoutWhitespaceAround(std::string_view text) {
 void appendDecimalDigits(std::string_view text, std::string& digits) {
     for (std::size_t at = 0; at < text.size();) {
         const auto begin = at;
+        if (const char c = text[at]; static_cast<unsigned char>(c) < 0x80) {
+            if (c >= '0' && c <= '9') digits += c;
+            ++at;
+            continue;
+        }
         if (u_isdigit(nextLetter(text, at))) digits.append(text, begin, at - begin);
     }
 }

@@ -1,6 +1,8 @@
 #include "baseapi/contacts/vcard_text.h"
 
-#include <array>
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "baseapi/json/text_buffer.h"
@@ -9,14 +11,44 @@ namespace baseapi {
 namespace {
 
 /// What is written for a byte; empty for one that stands for itself.
-constexpr auto escapes = [] {
-    std::array<std::string_view, 256> table{};
-    table['\\'] = "\\\\";
-    table['\n'] = "\\n";
-    table[','] = "\\,";
-    table[';'] = "\\;";
-    return table;
-}();
+std::string_view escapeOf(char byte) {
+    switch (byte) {
+        case '\\':
+            return "\\\\";
+        case '\n':
+            return "\\n";
+        case ',':
+            return "\\,";
+        case ';':
+            return "\\;";
+        default:
+            return {};
+    }
+}
+
+/// Whether one of eight bytes is `byte`: only a byte that becomes 0 borrows from its highest bit.
+constexpr bool hasByte(std::uint64_t eight, char byte) {
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    const auto zeros = eight ^ (ones * static_cast<unsigned char>(byte));
+    return ((zeros - ones) & ~zeros & (ones << 7)) != 0;
+}
+
+bool standsForItself(std::uint64_t eight) {
+    return !(hasByte(eight, '\\') | hasByte(eight, '\n') | hasByte(eight, ',') | hasByte(eight, ';'));
+}
+
+/// Looks at eight bytes at a time, since nearly no value has one to escape.
+bool standsForItself(std::string_view value) {
+    std::uint64_t eight = 0;
+    if (value.size() < sizeof eight)
+        return std::ranges::all_of(value, [](char byte) { return escapeOf(byte).empty(); });
+    for (std::size_t at = 0; at + sizeof eight <= value.size(); at += sizeof eight) {
+        std::memcpy(&eight, value.data() + at, sizeof eight);
+        if (!standsForItself(eight)) return false;
+    }
+    std::memcpy(&eight, value.data() + value.size() - sizeof eight, sizeof eight);
+    return standsForItself(eight);
+}
 
 constexpr std::size_t usualCardLength = 256;
 
@@ -29,38 +61,38 @@ class CardWriter {
     ~CardWriter() { text_.flush(); }
 
     void putCard(const ContactBean& contact) {
-        text_.put("BEGIN:VCARD\r\nVERSION:3.0\r\n");
+        text_.put("BEGIN:VCARD\r\nVERSION:3.0\r\nN:");
         putNames(contact);
-        if (const auto name = contact.displayName(); !name.empty()) putLine("FN:", name);
-        if (contact.notes && !contact.notes->empty()) putLine("NOTE:", *contact.notes);
-        for (const auto& phone : contact.phoneNumbers) putLine("TEL;TYPE=", phone.typeString(), phone.number);
-        for (const auto& email : contact.emails) putLine("EMAIL;TYPE=", email.typeString(), email.address);
+        if (const auto name = contact.displayName(); !name.empty()) putLine("\r\nFN:", name);
+        if (contact.notes && !contact.notes->empty()) putLine("\r\nNOTE:", *contact.notes);
+        for (const auto& phone : contact.phoneNumbers)
+            putLine("\r\nTEL;TYPE=", phone.typeString(), phone.number);
+        for (const auto& email : contact.emails)
+            putLine("\r\nEMAIL;TYPE=", email.typeString(), email.address);
         if (contact.organization) putOrganization(*contact.organization);
-        text_.put("END:VCARD\r\n");
+        text_.put("\r\nEND:VCARD\r\n");
     }
 
   private:
     void putNames(const ContactBean& contact) {
-        text_.put("N:");
         if (contact.familyName) putEscaped(*contact.familyName);
         for (const auto* name :
              {&contact.givenName, &contact.middleName, &contact.namePrefix, &contact.nameSuffix}) {
             text_.put(';');
             if (*name) putEscaped(**name);
         }
-        text_.put("\r\n");
     }
 
     void putOrganization(const ContactBean::OrganizationInfo& organization) {
-        if (organization.company) putLine("ORG:", *organization.company);
-        if (organization.title) putLine("TITLE:", *organization.title);
-        if (organization.department) putLine("X-DEPARTMENT:", *organization.department);
+        if (organization.company) putLine("\r\nORG:", *organization.company);
+        if (organization.title) putLine("\r\nTITLE:", *organization.title);
+        if (organization.department) putLine("\r\nX-DEPARTMENT:", *organization.department);
     }
 
+    /// The property comes with the line end before it, so that the two are one piece.
     void putLine(std::string_view property, std::string_view value) {
         text_.put(property);
         putEscaped(value);
-        text_.put("\r\n");
     }
 
     /// The kind is not escaped: the comma of "WORK,FAX" separates two kinds.
@@ -71,15 +103,15 @@ class CardWriter {
     }
 
     void putEscaped(std::string_view value) {
-        std::size_t done = 0;
-        for (std::size_t at = 0; at < value.size(); ++at) {
-            const auto escape = escapes[static_cast<unsigned char>(value[at])];
-            if (escape.empty()) continue;
-            text_.put(value.substr(done, at - done));
-            text_.put(escape);
-            done = at + 1;
+        if (standsForItself(value)) return text_.put(value);
+        for (const char byte : value) {
+            const auto escape = escapeOf(byte);
+            if (escape.empty()) {
+                text_.put(byte);
+            } else {
+                text_.put(escape);
+            }
         }
-        text_.put(value.substr(done));
     }
 
     json::TextBuffer text_;

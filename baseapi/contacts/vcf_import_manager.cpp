@@ -40,7 +40,9 @@ std::int64_t saveContactsOneByOne(std::span<const SharedContact> imported) {
     return successes;
 }
 
-void deleteDuplicates(std::span<const SharedContact> duplicates) {
+void deleteDuplicatesOf(std::span<const SharedContact> imported) {
+    const auto duplicates = VCFImportManager::findDuplicateContactsToDeleteEfficient(
+        VCFImportManager::getLocalMutableContactsForComparison(), imported);
     if (const auto error = store().execute({.deleted = duplicates})) {
         logLine("删除联系人失败: ", error->message);
     } else {
@@ -49,8 +51,7 @@ void deleteDuplicates(std::span<const SharedContact> duplicates) {
 }
 
 std::int64_t saveContactsToAddressBook(std::span<const SharedContact> imported) {
-    const auto local = VCFImportManager::getLocalMutableContactsForComparison();
-    deleteDuplicates(VCFImportManager::findDuplicateContactsToDeleteEfficient(local, imported));
+    deleteDuplicatesOf(imported);
     if (const auto error = store().execute({.added = imported})) {
         logLine("saveContactsToAddressBook error: ", error->message);
         return saveContactsOneByOne(imported);
@@ -91,7 +92,9 @@ std::vector<SharedContact> VCFImportManager::getLocalMutableContactsForCompariso
 
 std::vector<SharedContact> VCFImportManager::findDuplicateContactsToDeleteEfficient(
     std::span<const SharedContact> localContacts, std::span<const SharedContact> cloudContacts) {
-    DuplicateIndex index(store());
+    std::size_t phoneNumbers = 0;
+    for (const auto& contact : cloudContacts) phoneNumbers += contact->phoneNumbers.size();
+    DuplicateIndex index(store(), phoneNumbers);
     for (const auto& contact : cloudContacts) index.add(*contact);
     std::vector<SharedContact> duplicates;
     if (index.empty()) return duplicates;

@@ -149,10 +149,12 @@ class AddressBookDouble : public baseapi::AddressBook {
         std::unordered_set<std::string_view> identifiers;
         identifiers.reserve(deleted.size());
         for (const auto& contact : deleted) identifiers.insert(contact->identifier);
-        const auto goes = [&](const auto& contact) { return identifiers.contains(contact->identifier); };
-        if (std::ranges::count_if(contacts_, goes) != static_cast<std::ptrdiff_t>(identifiers.size()))
-            return false;
-        std::erase_if(contacts_, goes);
+        std::vector<baseapi::SharedContact> kept;
+        kept.reserve(contacts_.size());
+        for (const auto& contact : contacts_)
+            if (!identifiers.contains(contact->identifier)) kept.push_back(contact);
+        if (kept.size() + identifiers.size() != contacts_.size()) return false;
+        contacts_ = std::move(kept);
         return true;
     }
 
