@@ -59,11 +59,14 @@ std::optional<std::string> labelOf(const VCardLine& line) {
     return label;
 }
 
-/// A number may also be written as an address, "tel:+1-555".
+/// A number may also be written as an address, "TEL;VALUE=uri:tel:+1-555".
 std::string numberOf(const VCardLine& line) {
     constexpr std::string_view scheme = "TEL:";
     auto number = unescaped(line.value);
-    if (asciiUpperCased(number).starts_with(scheme)) number.erase(0, scheme.size());
+    const auto kinds = line.valuesOf("VALUE");
+    const bool isAddress =
+        std::ranges::any_of(kinds, [](std::string_view kind) { return asciiUpperCased(kind) == "URI"; });
+    if (isAddress && asciiUpperCased(number).starts_with(scheme)) number.erase(0, scheme.size());
     return number;
 }
 
