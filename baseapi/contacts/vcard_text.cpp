@@ -26,15 +26,15 @@ std::string_view escapeOf(char byte) {
     }
 }
 
-/// Whether one of eight bytes is `byte`: only a byte that becomes 0 borrows from its highest bit.
-constexpr bool hasByte(std::uint64_t eight, char byte) {
+/// Not 0 where one of eight bytes is `byte`: only one that becomes 0 borrows from its highest bit.
+constexpr std::uint64_t marksOf(std::uint64_t eight, char byte) {
     constexpr std::uint64_t ones = 0x0101010101010101;
     const auto zeros = eight ^ (ones * static_cast<unsigned char>(byte));
-    return ((zeros - ones) & ~zeros & (ones << 7)) != 0;
+    return (zeros - ones) & ~zeros & (ones << 7);
 }
 
 bool standsForItself(std::uint64_t eight) {
-    return !(hasByte(eight, '\\') | hasByte(eight, '\n') | hasByte(eight, ',') | hasByte(eight, ';'));
+    return (marksOf(eight, '\\') | marksOf(eight, '\n') | marksOf(eight, ',') | marksOf(eight, ';')) == 0;
 }
 
 /// Looks at eight bytes at a time, since nearly no value has one to escape.

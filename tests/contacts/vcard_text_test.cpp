@@ -78,6 +78,21 @@ TEST(VCardTextTest, ALineFeedAndABackslashAreEscapedAndNotTwice) {
     EXPECT_NE(textOf(contact).find("\r\nNOTE:\\,\\;\\n\\\\\r\n"), std::string::npos);
 }
 
+TEST(VCardTextTest, WhatIsEscapedIsFoundAtEveryPlaceOfAValueOfAnyLength) {
+    for (std::size_t size = 1; size <= 20; ++size) {
+        for (std::size_t at = 0; at < size; ++at) {
+            for (const std::string special : {",", ";", "\\", "\n"}) {
+                const std::string before(at, '-');
+                const std::string after(size - at - 1, '\xE6');
+                const auto written = special == "\n" ? "\\n" : "\\" + special;
+                EXPECT_EQ(textOf(ContactBean(before + special + after, {}, {})),
+                          "BEGIN:VCARD\r\nVERSION:3.0\r\nN:;;;;\r\nFN:" + before + written + after +
+                              "\r\nEND:VCARD\r\n");
+            }
+        }
+    }
+}
+
 TEST(VCardTextTest, ACarriageReturnAColonAndAllElseStandAsTheyAre) {
     ContactBean contact;
     contact.givenName = "x";

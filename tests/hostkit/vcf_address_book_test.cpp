@@ -140,7 +140,8 @@ TEST_F(VcfAddressBookTest, AnIdentifierOfElsewhereDeletesNothing) {
     fs::create_directory(folder_ / "inner");
     const auto outside = write("a.vcf", cardNamed("a"));
     VcfAddressBook inner(folder_ / "inner");
-    for (const std::string identifier : {"../a.vcf", outside.string().c_str(), "", ".", "a.txt"}) {
+    for (const std::string& identifier :
+         std::vector<std::string>{"../a.vcf", outside.string(), "", ".", "a.txt"}) {
         const std::vector<SharedContact> deleted{std::make_shared<baseapi::AddressBookContact>(
             baseapi::AddressBookContact{.identifier = identifier})};
         EXPECT_TRUE(inner.execute({.deleted = deleted})) << identifier;
