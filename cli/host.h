@@ -55,23 +55,25 @@ class Host {
         return response;
     }
 
+    /// The same for an operation that takes no record.
+    template <class Service, class Response>
+    Response ask(const std::string& what, Service& service,
+                 void (Service::*operation)(baseapi::NetworkCallback<Response>)) const {
+        auto response = answerTo<Response>(what, [&](baseapi::NetworkCallback<Response> callback) {
+            (service.*operation)(std::move(callback));
+        });
+        requireCodeZero(what, response);
+        return response;
+    }
+
     /// The same, for an answer whose code the caller reads itself.
     template <class Service, class Bean, class Response>
     Response askForAny(const std::string& what, Service& service,
                        void (Service::*operation)(std::optional<Bean>, baseapi::NetworkCallback<Response>),
                        std::optional<Bean> bean) const {
-        using Result = baseapi::NetworkResult<Response>;
-        const auto answer = std::make_shared<std::optional<Result>>();
-        refreshToken();
-        parts_.interrupt.setWork({[] {}, [what] { return "the answer to " + what; }});
-        (service.*operation)(std::move(bean), [answer, &monitor = parts_.monitor](Result result) {
-            monitor.change([&] { answer->emplace(std::move(result)); });
+        return answerTo<Response>(what, [&](baseapi::NetworkCallback<Response> callback) {
+            (service.*operation)(std::move(bean), std::move(callback));
         });
-        waitFor([&] { return answer->has_value(); });
-        return std::move(*answer)->visit([](typename Result::success& it) { return std::move(it.record); },
-                                         [&](const typename Result::failure& it) -> Response {
-                                             throw ServiceFailure{what, it.code, it.message};
-                                         });
     }
 
     /// Throws `Interrupted` where a Ctrl-C came, once `done` or when the patience is over.
@@ -81,6 +83,22 @@ class Host {
     void settle() const;
 
   private:
+    /// The answer of the call that `begin` begins.
+    template <class Response, class Begin>
+    Response answerTo(const std::string& what, Begin&& begin) const {
+        using Result = baseapi::NetworkResult<Response>;
+        const auto answer = std::make_shared<std::optional<Result>>();
+        refreshToken();
+        parts_.interrupt.setWork({[] {}, [what] { return "the answer to " + what; }});
+        begin([answer, &monitor = parts_.monitor](Result result) {
+            monitor.change([&] { answer->emplace(std::move(result)); });
+        });
+        waitFor([&] { return answer->has_value(); });
+        return std::move(*answer)->visit([](typename Result::success& it) { return std::move(it.record); },
+                                         [&](const typename Result::failure& it) -> Response {
+                                             throw ServiceFailure{what, it.code, it.message};
+                                         });
+    }
     static void requireCodeZero(const std::string& what, const baseapi::BaseResponse& response);
     void setToken(const std::string& token);
 

@@ -14,6 +14,11 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     all.push_back(makeSearch());
     all.push_back(makePath());
     all.push_back(makeDetail());
+    all.push_back(makeDevices());
+    all.push_back(makeScopes());
+    all.push_back(makeScopeAdd());
+    all.push_back(makeScopeRemove());
+    all.push_back(makeRecords());
     all.push_back(makeCall());
     all.push_back(makeDoctor());
     return all;

@@ -9,12 +9,17 @@ namespace quillbox {
 // Each function makes the command of the file of its name.
 std::unique_ptr<Command> makeCall();
 std::unique_ptr<Command> makeDetail();
+std::unique_ptr<Command> makeDevices();
 std::unique_ptr<Command> makeDoctor();
 std::unique_ptr<Command> makeDownload();
 std::unique_ptr<Command> makeLs();
 std::unique_ptr<Command> makeMkdir();
 std::unique_ptr<Command> makePath();
+std::unique_ptr<Command> makeRecords();
 std::unique_ptr<Command> makeRename();
+std::unique_ptr<Command> makeScopeAdd();
+std::unique_ptr<Command> makeScopeRemove();
+std::unique_ptr<Command> makeScopes();
 std::unique_ptr<Command> makeSearch();
 std::unique_ptr<Command> makeSignIn();
 std::unique_ptr<Command> makeUpload();
