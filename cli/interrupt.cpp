@@ -61,7 +61,7 @@ bool Interrupt::happened() {
     return happened_;
 }
 
-void Interrupt::setWork(Work work) {
+void Interrupt::setWork(const Work& work) {
     bool happened = false;
     {
         std::lock_guard lock(mutex_);

@@ -27,7 +27,7 @@ class Interrupt {
 
     /// Says what the work is from now on. Where the first Ctrl-C has been already, `cancel` is called at
     /// once.
-    void setWork(Work work);
+    void setWork(const Work& work);
     /// Who is told what is waited for, in one line.
     void setTell(std::function<void(const std::string&)> tell);
     /// Whether the first Ctrl-C has been; if so, returns after its work has been cancelled and told of.

@@ -1,6 +1,7 @@
 #include "cli/job_progress.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace quillbox {
@@ -48,7 +49,7 @@ JobProgress::View JobProgress::view(Clock::time_point now) {
     if (view.rate && *view.rate > 0) {
         const double seconds = static_cast<double>(total_ - shown_) / *view.rate;
         if (seconds < tooLongToTell)
-            view.left = std::chrono::seconds(static_cast<std::int64_t>(seconds + 0.5));
+            view.left = std::chrono::seconds(std::llround(seconds));
     }
     return view;
 }

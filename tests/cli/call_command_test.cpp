@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "tests/cli/quillbox_process.h"
+#include "tests/cli/script.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/temporary_folder.h"
 
@@ -30,9 +31,7 @@ class CallCommandTest : public testing::Test {
     }
 
     test_support::TemporaryFolder folder_;
-    std::function<void(Exchange&)> handler_ = [](Exchange& exchange) {
-        exchange.answer(200, R"({"code":0})");
-    };
+    Script handler_{[](Exchange& exchange) { exchange.answer(200, R"({"code":0})"); }};
     test_support::ScriptedServer server_{[this](Exchange& exchange) { handler_(exchange); }};
 };
 

