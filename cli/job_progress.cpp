@@ -48,8 +48,7 @@ JobProgress::View JobProgress::view(Clock::time_point now) {
     constexpr double tooLongToTell = 100 * 3600;
     if (view.rate && *view.rate > 0) {
         const double seconds = static_cast<double>(total_ - shown_) / *view.rate;
-        if (seconds < tooLongToTell)
-            view.left = std::chrono::seconds(std::llround(seconds));
+        if (seconds < tooLongToTell) view.left = std::chrono::seconds(std::llround(seconds));
     }
     return view;
 }
