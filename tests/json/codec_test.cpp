@@ -218,7 +218,9 @@ std::string nested(const std::string& open, const std::string& close, int levels
 
 TEST(Codec, GetsByWithASmallStackHoweverDeepTheText) {
     // Without optimisation, and the more under a sanitizer, a function's frame is several times as large.
-#if defined(__OPTIMIZE__) && !defined(__SANITIZE_THREAD__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    constexpr std::size_t stackSize = 6 << 20;
+#elif defined(__OPTIMIZE__)
     constexpr std::size_t stackSize = 256 << 10;
 #else
     constexpr std::size_t stackSize = 1 << 20;
