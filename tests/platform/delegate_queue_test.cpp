@@ -139,6 +139,22 @@ TEST_F(DelegateQueue, RunsTheEndOfWhatTheTransportLeavesBehind) {
     late->cancel();
 }
 
+TEST_F(DelegateQueue, LetsGoOfATaskThatHadHardlyBegunWhenTheTransportEnded) {
+    for (int round = 0; round < 50; ++round) {
+        Awaited<DataAnswer> answer;
+        auto task = transport->dataTask({.url = server.url(), .verb = "GET"}, answer.completion());
+        const std::weak_ptr<HttpTask> watched = task;
+        std::exchange(task, nullptr)->resume();
+        transport = makeTransport();
+        answer.get();
+        const auto deadline = std::chrono::steady_clock::now() + test_support::kPatience;
+        while (!watched.expired()) {
+            ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+            std::this_thread::yield();
+        }
+    }
+}
+
 TEST_F(DelegateQueue, LeavesSignalsToTheThreadsOfTheHost) {
     Event ended;
     transport

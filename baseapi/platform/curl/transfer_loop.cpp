@@ -197,6 +197,8 @@ void TransferLoop::abandonAll() {
     for (const auto& command : taken_) {
         if (!command.cancel) command.transfer->fail(cancelledError());
     }
+    // A transfer holds its loop.
+    taken_.clear();
 }
 
 void TransferLoop::takeResults() {
