@@ -113,9 +113,8 @@ TEST_F(AlbumUploadManagerTest, AKindWithoutAFolderCountsAsFailed) {
 }
 
 TEST_F(AlbumUploadManagerTest, AFolderThatIsNotMadeInTimeCountsAsNone) {
-    Event late;
     on(createDirectory, [&](Exchange& exchange) {
-        EXPECT_TRUE(exchange.waitFor(late));
+        EXPECT_TRUE(exchange.waitFor(late_));
         exchange.answer(200, R"({"code":0,"id":"late"})");
     });
     run_->start();
@@ -125,7 +124,7 @@ TEST_F(AlbumUploadManagerTest, AFolderThatIsNotMadeInTimeCountsAsNone) {
         test_support::testWaitClock().expire();
     }
     EXPECT_EQ(events_.waitForComplete(), "onComplete 0 0 100012 Create path error");
-    late.set();
+    late_.set();
 }
 
 TEST_F(AlbumUploadManagerTest, AnAssetWithoutAFileStopsTheProcess) {

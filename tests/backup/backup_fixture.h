@@ -154,6 +154,8 @@ class BackupServiceTest : public testing::Test {
     static bool logged(const std::string& line) { return test_support::recordingLog().contains(line); }
 
     test_support::TemporaryFolder folder_;
+    /// For an answer that comes when nobody waits any more: it outlives the server.
+    test_support::Event late_;
 
   private:
     static std::string routeOf(const test_support::ReceivedRequest& request) {

@@ -189,15 +189,14 @@ TEST_F(ContactBackupTaskTest, FailsWhereTheFolderCannotBeMade) {
 }
 
 TEST_F(ContactBackupTaskTest, FailsWhereTheFolderIsNotMadeInTime) {
-    Event late;
-    hold(createDirectory, R"({"code":0,"id":"late"})", late);
+    hold(createDirectory, R"({"code":0,"id":"late"})", late_);
     task_->start();
     ASSERT_TRUE(waitFor(createDirectory));
     ASSERT_TRUE(test_support::testWaitClock().awaitWaiting());
     test_support::testWaitClock().expire();
     EXPECT_EQ(ends_.waitFor("success", "failure"), "failure 100024 folders create error");
     EXPECT_TRUE(logged("get cloudPath overTime"));
-    late.set();
+    late_.set();
 }
 
 TEST_F(ContactBackupTaskTest, FailsWhereTheUploadFailsWhateverTheClosingSays) {
