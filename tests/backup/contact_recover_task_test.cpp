@@ -46,11 +46,7 @@ class ContactRecoverTaskTest : public BackupServiceTest {
                 R"({"downloadLink":"y"},{"usage":"content","downloadLink":")" + server_.url("/content") +
                 "\"}]");
     }
-    /// The detail stands at GET or POST, whichever the operation uses.
-    void details(const std::string& fields) {
-        for (const auto* verb : {"GET", "POST"})
-            on(std::string(verb) + " /quillbox/ose/v1/files/f/detail", R"({"code":0,)" + fields + "}");
-    }
+    void details(const std::string& fields) { on(detail, R"({"code":0,)" + fields + "}"); }
     static std::string textOf(const ContactResult& event) {
         return event.visit(
             [](const ContactResult::onSuccess& it) {
@@ -142,13 +138,12 @@ TEST_F(ContactRecoverTaskTest, FailsWhereTheFirstFileHasNoId) {
 }
 
 TEST_F(ContactRecoverTaskTest, HandsTheRefusalOfTheDetailOver) {
-    for (const auto* verb : {"GET", "POST"})
-        on(std::string(verb) + " /quillbox/ose/v1/files/f/detail", R"({"code":8,"msg":"gone"})");
+    on(detail, R"({"code":8,"msg":"gone"})");
     EXPECT_EQ(runToTheEnd(), "failure the-hash 8 gone");
 }
 
 TEST_F(ContactRecoverTaskTest, FailsWhereTheDetailHasNoCode) {
-    for (const auto* verb : {"GET", "POST"}) on(std::string(verb) + " /quillbox/ose/v1/files/f/detail", "{}");
+    on(detail, "{}");
     EXPECT_EQ(runToTheEnd(), "failure the-hash 100021 Contact get file failed");
 }
 
