@@ -93,24 +93,25 @@ void DeleteRecordTask::deleteAll(std::vector<std::string> recordIds) {
 }
 
 void DeleteRecordTask::onDeleted(const NetworkResult<BaseResponse>& answer) {
-    if (auto result = counted(answer)) finish(*std::move(result));
+    logLine("###############################backupDelete call one");
+    const bool deleted = answer.visit(
+        [](const NetworkResult<BaseResponse>::success& it) {
+            if (it.record.code == 0) return true;
+            logLine("###############################backupDelete call error2");
+            return false;
+        },
+        [](const NetworkFailure& it) {
+            logLine("backupDelete failure code = ", it.code, ", msg = ", it.message);
+            logLine("###############################backupDelete call error3");
+            return false;
+        });
+    if (auto result = counted(deleted)) finish(*std::move(result));
 }
 
-std::optional<DeleteRecordResult> DeleteRecordTask::counted(const NetworkResult<BaseResponse>& answer) {
+std::optional<DeleteRecordResult> DeleteRecordTask::counted(bool deleted) {
     const std::lock_guard lock(mutex_);
     ++hasFinishCount_;
-    logLine("###############################backupDelete call one");
-    answer.visit(
-        [&](const NetworkResult<BaseResponse>::success& it) {
-            if (it.record.code == 0) return;
-            ++errCount_;
-            logLine("###############################backupDelete call error2");
-        },
-        [&](const NetworkFailure& it) {
-            logLine("backupDelete failure code = ", it.code, ", msg = ", it.message);
-            ++errCount_;
-            logLine("###############################backupDelete call error3");
-        });
+    if (!deleted) ++errCount_;
     if (hasFinishCount_ < totalCount_) return std::nullopt;
     if (errCount_ == 0) return DeleteRecordResult{Success{0, "success"}};
     return DeleteRecordResult{Failure{-1, "backupDelete part failure ,size = " + std::to_string(errCount_)}};

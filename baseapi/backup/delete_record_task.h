@@ -55,7 +55,8 @@ class DeleteRecordTask : public std::enable_shared_from_this<DeleteRecordTask> {
     void onRecords(GetRecordsResponse response);
     void deleteAll(std::vector<std::string> recordIds);
     void onDeleted(const NetworkResult<BaseResponse>& answer);
-    std::optional<DeleteRecordResult> counted(const NetworkResult<BaseResponse>& answer);
+    /// The result, where that was the last answer.
+    std::optional<DeleteRecordResult> counted(bool deleted);
     void finish(DeleteRecordResult result) const;
 
     const std::optional<std::string> lockId_;
