@@ -35,7 +35,7 @@ std::string words(const baseapi::DecodingError& error) {
 template <class Bean>
 std::optional<Bean> recordFrom(std::optional<std::string> text) {
     if (!text) return std::nullopt;
-    Bean bean{};
+    auto bean = baseapi::emptyRecord<Bean>();
     if (const auto error = baseapi::decode(*text, bean, baseapi::DecodingMode::overlay))
         throw UsageError{words(*error) + "; RECORD is a " + std::string(Bean::recordName)};
     return bean;

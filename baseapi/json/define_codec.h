@@ -26,6 +26,15 @@
 namespace baseapi {
 namespace json {
 
+/// Its cases are 0 and so on, each the place of its text.
+template <class T>
+concept TextEnumeration = std::is_enum_v<T> && std::same_as < std::underlying_type_t<T>,
+int > &&requires {
+    wireTexts(T{});
+};
+template <TextEnumeration T>
+inline constexpr auto textsOf = wireTexts(T{});
+
 template <class T>
 struct KindOf;
 template <Kind value>
@@ -44,6 +53,7 @@ template <> struct KindOf<AnyMap> : Is<Kind::anyMap> {};
 template <> struct KindOf<FlatMap> : Is<Kind::flatMap> {};
 template <> struct KindOf<EmbeddedMap> : Is<Kind::embeddedMap> {};
 template <> struct KindOf<EmbeddedDocument> : Is<Kind::embeddedDocument> {};
+template <TextEnumeration T> struct KindOf<T> : Is<Kind::textEnumeration> {};
 template <Record T> struct KindOf<T> : Is<Kind::record> {};
 template <class T> struct KindOf<std::vector<T>> : Is<Kind::array> {};
 // clang-format on
@@ -75,6 +85,7 @@ constexpr Type describe() {
         type.element = &typeOf<typename T::value_type>;
         type.array = &arrayAccess<T>;
     }
+    if constexpr (KindOf<T>::value == Kind::textEnumeration) type.texts = textsOf<T>;
     return type;
 }
 
@@ -112,7 +123,7 @@ Field makeField(std::string_view key, std::size_t offset, const Shared<T>*) {
 
 template <Record T>
 RecordCodec* makeCodec() {
-    const T probe{};
+    const T probe = emptyRecord<T>();
     std::vector<Field> fields;
     T::fields([&](std::string_view key, auto member) {
         const auto* place = &(probe.*member);
@@ -121,7 +132,7 @@ RecordCodec* makeCodec() {
     });
     return new RecordCodec(
         T::recordName, requires { requires T::lenient; },
-        [](void* record) { *static_cast<T*>(record) = T{}; }, std::move(fields));
+        [](void* record) { *static_cast<T*>(record) = emptyRecord<T>(); }, std::move(fields));
 }
 
 }  // namespace json

@@ -66,6 +66,7 @@ std::string describe(simdjson::ondemand::value& value) {
 std::string_view nameOf(const Type& type) {
     switch (type.kind) {
         case Kind::string:
+        case Kind::textEnumeration:
         case Kind::embeddedMap:
         case Kind::embeddedDocument:
             return "string";
@@ -90,6 +91,12 @@ std::string_view nameOf(const Type& type) {
             return "JSONValue";
     }
     return {};
+}
+
+std::string joined(std::span<const std::string_view> texts) {
+    std::string line;
+    for (const auto text : texts) line.append(line.empty() ? "" : ", ").append(text);
+    return line;
 }
 
 template <class T>
@@ -253,6 +260,8 @@ bool Reader::readValue(const Type& type, Value& value, void* place) {
             return readBoolean(value, as<bool>(place));
         case Kind::lenientInt64:
             return readLenientInt64(value, as<LenientInt64>(place).value);
+        case Kind::textEnumeration:
+            return readTextEnumeration(type, value, place);
         case Kind::record:
             return readRecord(type.record(), value, place);
         case Kind::array:
@@ -345,6 +354,16 @@ bool Reader::readLenientInt64(Value& value, std::int64_t& out) {
     std::string digits;
     if (!readString(value, digits)) return false;
     out = parseInteger(digits).value_or(0);
+    return true;
+}
+
+bool Reader::readTextEnumeration(const Type& type, Value& value, void* place) {
+    std::string_view text;
+    if (!takeText(value, text)) return false;
+    const auto found = std::find(type.texts.begin(), type.texts.end(), text);
+    if (found == type.texts.end()) return corrupted("none of " + joined(type.texts));
+    const auto which = static_cast<int>(found - type.texts.begin());
+    std::memcpy(place, &which, sizeof(which));
     return true;
 }
 

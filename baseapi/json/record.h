@@ -21,6 +21,15 @@
 /// A record whose missing keys leave the defaults in place says so beside its list:
 ///
 ///     static constexpr bool lenient = true;
+///
+/// One that a host can only make with its fields given says beside its list what it is without them:
+///
+///     static GetShareBean empty() { return {0, {}, {}, {}, {}, {}}; }
+///
+/// A field may be an `enum class` whose cases are texts on the wire. They stand in the order of the cases in
+/// a function beside it:
+///
+///     friend constexpr auto wireTexts(Access) { return std::array<std::string_view, 2>{"READ", "WRITE"}; }
 
 #define BASEAPI_FIELDS(Type, ...)                                              \
     static constexpr std::string_view recordName = #Type;                      \
@@ -67,6 +76,16 @@ concept Record = requires {
     { T::recordName } -> std::convertible_to<std::string_view>;
     T::fields([](std::string_view, auto) {});
 };
+
+/// A record that nothing has been put into.
+template <Record T>
+T emptyRecord() {
+    if constexpr (std::default_initializable<T>) {
+        return T{};
+    } else {
+        return T::empty();
+    }
+}
 
 /// Two records are equal when all their fields are, the base's included.
 template <Record T>

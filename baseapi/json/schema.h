@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,7 @@ enum class Kind : std::uint8_t {
     real,
     boolean,
     lenientInt64,
+    textEnumeration,
     record,
     array,
     stringMap,
@@ -55,6 +57,8 @@ struct Type {
     const Type* element = nullptr;
     const ArrayAccess* array = nullptr;
     const RecordCodec& (*record)() = nullptr;
+    /// Of an enumeration, in the order of its cases.
+    std::span<const std::string_view> texts = {};
 };
 
 /// How a field that may be absent is looked at, whatever holds its value.

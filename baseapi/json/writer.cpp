@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 
 #include "baseapi/json/base64.h"
 #include "baseapi/json/decimal.h"
@@ -82,6 +83,8 @@ bool Writer::writeValue(const Type& type, const void* value) {
             return writeReal(as<double>(value));
         case Kind::boolean:
             return writeWord(as<bool>(value) ? "true" : "false");
+        case Kind::textEnumeration:
+            return writeTextEnumeration(type, value);
         case Kind::record:
             return writeRecord(type.record(), value);
         case Kind::array:
@@ -138,6 +141,13 @@ bool Writer::writeString(std::string_view text) {
     out_.put(text.substr(plain));
     out_.put('"');
     return ascii || isValidUTF8(text) || fail("text that is not UTF-8");
+}
+
+bool Writer::writeTextEnumeration(const Type& type, const void* value) {
+    int which = 0;
+    std::memcpy(&which, value, sizeof(which));
+    const auto place = static_cast<std::size_t>(which);
+    return place < type.texts.size() ? writeString(type.texts[place]) : fail("no case of the enumeration");
 }
 
 // ---- containers

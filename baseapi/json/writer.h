@@ -32,6 +32,7 @@ class Writer {
     template <class Integer>
     bool writeInteger(Integer value);
     bool writeReal(double value);
+    bool writeTextEnumeration(const Type& type, const void* value);
     bool writeString(std::string_view text);
     bool writeArray(const Type& type, const void* array);
     bool writeStringMap(const std::map<std::string, std::string>& map);

@@ -102,7 +102,7 @@ struct ArgumentOf<std::optional<Bean>> {
     static std::optional<Bean> in(const OperationRow& row) {
         if (!row.record) return std::nullopt;
         auto text = *row.record;
-        Bean bean{};
+        auto bean = emptyRecord<Bean>();
         const auto error = decode(text, bean, DecodingMode::overlay);
         EXPECT_FALSE(error) << error->description();
         return bean;

@@ -22,7 +22,7 @@ inline constexpr bool takesAnything =
 template <Record T>
 void expectWireText(const T& record, std::string text) {
     EXPECT_EQ(encode(record), text);
-    T decoded;
+    auto decoded = emptyRecord<T>();
     const auto error = decode(text, decoded);
     EXPECT_FALSE(error) << error->description();
     EXPECT_TRUE(decoded == record);
@@ -31,7 +31,7 @@ void expectWireText(const T& record, std::string text) {
         if constexpr (!takesAnything<std::decay_t<decltype(record.*member)>>) {
             const std::string name(key);
             std::string wrong = "{\"" + name + "\":[[]]}";
-            T ignored;
+            auto ignored = emptyRecord<T>();
             const auto mismatch = decode(wrong, ignored);
             ASSERT_TRUE(mismatch) << name;
             EXPECT_EQ(mismatch->kind, DecodingError::Kind::typeMismatch) << mismatch->description();
@@ -43,7 +43,7 @@ void expectWireText(const T& record, std::string text) {
 /// The text fails as a `T`, for this reason at this place.
 template <Record T>
 void expectFailure(std::string text, DecodingError::Kind kind, std::string_view path) {
-    T ignored;
+    auto ignored = emptyRecord<T>();
     const auto error = decode(text, ignored);
     ASSERT_TRUE(error) << text;
     EXPECT_EQ(error->kind, kind) << error->description();
@@ -53,7 +53,7 @@ void expectFailure(std::string text, DecodingError::Kind kind, std::string_view 
 /// The record read from a text that must decode.
 template <Record T>
 T decoded(std::string text) {
-    T record;
+    auto record = emptyRecord<T>();
     const auto error = decode(text, record);
     EXPECT_FALSE(error) << error->description();
     return record;

@@ -4,6 +4,7 @@
 #include <pthread.h>
 
 #include <cmath>
+#include <concepts>
 #include <functional>
 #include <random>
 #include <thread>
@@ -65,6 +66,19 @@ TEST(Overlay, LetsTheMembersOfAnArrayStartFromTheirDefaults) {
 TEST(Overlay, StillFailsOnWrongTypesAndNulls) {
     EXPECT_EQ(readBadly<Leaf>(R"({"size":"1"})", DecodingMode::overlay).kind, Kind::typeMismatch);
     EXPECT_EQ(readBadly<Leaf>(R"({"size":null})", DecodingMode::overlay).kind, Kind::valueNotFound);
+}
+
+TEST(Overlay, StartsARecordOfGivenFieldsWithoutThem) {
+    static_assert(!std::default_initializable<Ticket>);
+    EXPECT_EQ(readWell<Ticket>("{}", DecodingMode::overlay).number, 0);
+    EXPECT_EQ(readWell<Ticket>(R"({"number":3})", DecodingMode::overlay).number, 3);
+}
+
+TEST(Codec, ForgetsWhatARecordOfGivenFieldsHeldBefore) {
+    Ticket ticket(5);
+    std::string text = "{}";
+    EXPECT_TRUE(decode(text, ticket));
+    EXPECT_EQ(ticket.number, 0);
 }
 
 // ---- what is written is read back equal

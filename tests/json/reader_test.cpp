@@ -179,6 +179,28 @@ INSTANTIATE_TEST_SUITE_P(
         WrongType{R"("x")", "Everything", "", "found a string"},
         WrongType{R"(null)", "Everything", "", "found null"}));
 
+TEST(Reader, ReadsATextAsItsCase) {
+    const auto lamp = readWell<Lamp>(R"({"colour":"GREEN","before":"\u0052ED"})");
+    EXPECT_EQ(lamp.colour, Lamp::Colour::green);
+    EXPECT_EQ(lamp.before, Lamp::Colour::red);
+    EXPECT_EQ(readWell<Lamp>(R"({"colour":"RED","before":null})").before, std::nullopt);
+}
+
+TEST(Reader, FailsOnATextThatIsNoCase) {
+    for (const auto* text : {"BLUE", "red", "RE", "REDS", ""}) {
+        const auto error = readBadly<Lamp>(std::string(R"({"colour":"RED","before":")") + text + "\"}");
+        EXPECT_EQ(error.description(), "data corrupted at before (none of RED, GREEN)") << text;
+    }
+    EXPECT_EQ(readBadly<Lamp>(R"({"colour":"BLUE"})").path, "colour");
+}
+
+TEST(Reader, FailsOnACaseThatIsNoText) {
+    const auto error = readBadly<Lamp>(R"({"colour":1})");
+    EXPECT_EQ(error.description(), "type mismatch: string at colour (found the number 1)");
+    EXPECT_EQ(readBadly<Lamp>("{}").kind, Kind::keyNotFound);
+    EXPECT_EQ(readBadly<Lamp>(R"({"colour":null})").kind, Kind::valueNotFound);
+}
+
 TEST(Reader, FailsWhenATextStandsForANumber) {
     EXPECT_EQ(readBadly<Page>(R"({"pageSize":"10"})").kind, Kind::typeMismatch);
 }

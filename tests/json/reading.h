@@ -15,7 +15,7 @@ using Kind = DecodingError::Kind;
 /// Reads a text that has to be right.
 template <class T>
 T readWell(std::string text, DecodingMode mode = DecodingMode::strict) {
-    T record;
+    auto record = emptyRecord<T>();
     const auto error = decode(text, record, mode);
     EXPECT_FALSE(error) << error->description() << "\n" << text.substr(0, 200);
     return record;
@@ -24,7 +24,7 @@ T readWell(std::string text, DecodingMode mode = DecodingMode::strict) {
 /// The error of a text that has to be wrong.
 template <class T>
 DecodingError readBadly(std::string text, DecodingMode mode = DecodingMode::strict) {
-    T record;
+    auto record = emptyRecord<T>();
     auto error = decode(text, record, mode);
     EXPECT_TRUE(error) << text.substr(0, 200);
     return error.value_or(DecodingError{Kind::dataCorrupted, "no error", "", ""});

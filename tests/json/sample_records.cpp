@@ -9,6 +9,8 @@ template const RecordCodec& codecOf<sample::Tree>();
 template const RecordCodec& codecOf<sample::Page>();
 template const RecordCodec& codecOf<sample::Sparse>();
 template const RecordCodec& codecOf<sample::Device>();
+template const RecordCodec& codecOf<sample::Lamp>();
+template const RecordCodec& codecOf<sample::Ticket>();
 template const RecordCodec& codecOf<sample::Everything>();
 
 }  // namespace baseapi

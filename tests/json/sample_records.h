@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "baseapi/json/codec.h"
@@ -64,7 +66,28 @@ struct Device {
     BASEAPI_FIELDS(Device, deviceId, createTime)
 };
 
-/// One field of every kind that a record can have, both where it can be absent and where it cannot.
+/// An enumeration of texts, both where it can be absent and where it cannot.
+struct Lamp {
+    enum class Colour { red, green };
+    friend constexpr auto wireTexts(Colour) { return std::array<std::string_view, 2>{"RED", "GREEN"}; }
+
+    Colour colour = Colour::red;
+    std::optional<Colour> before;
+
+    BASEAPI_FIELDS(Lamp, colour, before)
+};
+
+/// Made only with its field given.
+struct Ticket {
+    explicit Ticket(std::int64_t newNumber) : number(newNumber) {}
+    static Ticket empty() { return Ticket(0); }
+
+    std::int64_t number;
+
+    BASEAPI_FIELDS(Ticket, number)
+};
+
+/// One field of every other kind that a record can have, both where it can be absent and where it cannot.
 struct Everything {
     std::string text;
     std::int64_t integer = 0;

@@ -51,6 +51,22 @@ TEST(Writer, WritesEveryKindOfField) {
               R"("sharedLeaves":[{"size":4,"name":"x"}]})");
 }
 
+TEST(Writer, WritesACaseAsItsText) {
+    EXPECT_EQ(encode(Lamp{}), R"({"colour":"RED"})");
+    EXPECT_EQ(encode(Lamp{Lamp::Colour::green, Lamp::Colour::red}), R"({"colour":"GREEN","before":"RED"})");
+}
+
+TEST(Writer, RefusesWhatIsNoCase) {
+    for (const int number : {2, -1}) {
+        Lamp lamp;
+        lamp.before = static_cast<Lamp::Colour>(number);
+        std::string text;
+        const auto error = encode(codecOf<Lamp>(), &lamp, text);
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->description(), "invalid value at before (no case of the enumeration)");
+    }
+}
+
 TEST(Writer, WritesTheEndsOfTheIntegers) {
     EXPECT_EQ(encode(Page{std::numeric_limits<std::int64_t>::min(), {}}),
               R"({"pageSize":-9223372036854775808})");
