@@ -96,50 +96,51 @@ constexpr std::optional<std::string_view> requestName<std::optional<Bean>> = Bea
 // One function for each number of parameters that operations have before their callback.
 
 template <class Service, class Response>
-Operation makeOperation(std::function<Service&()> service, std::string_view name,
+Operation makeOperation(Service& service, std::string_view name,
                         void (Service::*member)(NetworkCallback<Response>)) {
     return {Service::interfaceName, name, std::nullopt, Response::recordName,
-            [=](const OperationArguments& given, Done done) {
+            [=, &service](const OperationArguments& given, Done done) {
                 refuseLeftovers(name, given);
-                (service().*member)(encoding<Response>(std::move(done)));
+                (service.*member)(encoding<Response>(std::move(done)));
             }};
 }
 
 template <class Service, class Parameter, class Response>
-Operation makeOperation(std::function<Service&()> service, std::string_view name,
+Operation makeOperation(Service& service, std::string_view name,
                         void (Service::*member)(Parameter, NetworkCallback<Response>)) {
     return {Service::interfaceName, name, requestName<Parameter>, Response::recordName,
-            [=](OperationArguments given, Done done) {
+            [=, &service](OperationArguments given, Done done) {
                 auto argument = Argument<Parameter>::take(given);
                 refuseLeftovers(name, given);
-                (service().*member)(std::move(argument), encoding<Response>(std::move(done)));
+                (service.*member)(std::move(argument), encoding<Response>(std::move(done)));
             }};
 }
 
 template <class Service, class First, class Second, class Response>
-Operation makeOperation(std::function<Service&()> service, std::string_view name,
+Operation makeOperation(Service& service, std::string_view name,
                         void (Service::*member)(First, Second, NetworkCallback<Response>)) {
     return {Service::interfaceName, name, requestName<First>, Response::recordName,
-            [=](OperationArguments given, Done done) {
+            [=, &service](OperationArguments given, Done done) {
                 auto first = Argument<First>::take(given);
                 auto second = Argument<Second>::take(given);
                 refuseLeftovers(name, given);
-                (service().*member)(std::move(first), std::move(second), encoding<Response>(std::move(done)));
+                (service.*member)(std::move(first), std::move(second), encoding<Response>(std::move(done)));
             }};
 }
 
+/// The service object lives as long as the process.
 template <class Service>
-void add(std::vector<Operation>& all, std::function<Service&()> service) {
-    Service::operations([&](std::string_view name, auto member) {
-        all.push_back(makeOperation<Service>(service, name, member));
-    });
+void add(std::vector<Operation>& all, Service& service) {
+    Service::operations(
+        [&](std::string_view name, auto member) { all.push_back(makeOperation(service, name, member)); });
 }
 
 std::vector<Operation> makeOperations() {
+    const auto& instance = CloudInstance::shared();
     std::vector<Operation> all;
-    add<baseapi::IUser>(all, []() -> baseapi::IUser& { return CloudInstance::shared().getUserImpl(); });
-    add<baseapi::IFile>(all, []() -> baseapi::IFile& { return CloudInstance::shared().getFileImpl(); });
-    add<baseapi::IBackUp>(all, []() -> baseapi::IBackUp& { return CloudInstance::shared().getBackupImpl(); });
+    add(all, instance.getUserImpl());
+    add(all, instance.getFileImpl());
+    add(all, instance.getBackupImpl());
     return all;
 }
 

@@ -16,4 +16,8 @@ QueryText& QueryText::addIfFilled(std::string_view name, const std::optional<std
     return value && !value->empty() ? add(name, *value) : *this;
 }
 
+QueryText& QueryText::addIfNotZero(std::string_view name, std::int64_t value) {
+    return value != 0 ? add(name, value) : *this;
+}
+
 }  // namespace baseapi

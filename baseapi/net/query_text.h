@@ -23,6 +23,9 @@ class QueryText {
     /// Leaves out an absent value and an empty one.
     QueryText& addIfFilled(std::string_view name, const std::optional<std::string>& value);
 
+    /// Leaves out 0.
+    QueryText& addIfNotZero(std::string_view name, std::int64_t value);
+
     const std::string& text() const { return text_; }
 
   private:

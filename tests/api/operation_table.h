@@ -12,6 +12,7 @@
 #include <thread>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/json/codec.h"
@@ -146,6 +147,14 @@ CallOutcome callRow(Interface& service, const OperationRow& row) {
     });
     EXPECT_TRUE(outcome) << "no operation " << row.operation;
     return outcome.value_or(CallOutcome{});
+}
+
+/// In the order of the interface.
+template <class Interface>
+std::vector<std::string> operationNames() {
+    std::vector<std::string> names;
+    Interface::operations([&](std::string_view name, auto) { names.emplace_back(name); });
+    return names;
 }
 
 /// Calls the operation of this name.

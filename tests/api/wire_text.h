@@ -40,6 +40,22 @@ void expectWireText(const T& record, std::string text) {
     });
 }
 
+/// The text, in which no field is absent, is the wire text of the record that is read from it.
+template <Record T>
+void expectFullText(const std::string& text) {
+    SCOPED_TRACE(T::recordName);
+    auto copy = text;
+    auto record = emptyRecord<T>();
+    const auto error = decode(copy, record);
+    EXPECT_FALSE(error) << error->description();
+    T::fields([&](std::string_view key, auto member) {
+        if constexpr (requires { (record.*member).has_value(); }) {
+            EXPECT_TRUE((record.*member).has_value()) << key;
+        }
+    });
+    expectWireText(record, text);
+}
+
 /// The text fails as a `T`, for this reason at this place.
 template <Record T>
 void expectFailure(std::string text, DecodingError::Kind kind, std::string_view path) {

@@ -35,5 +35,10 @@ TEST(QueryText, LeavesOutWhatIsNotFilled) {
               "c=1");
 }
 
+TEST(QueryText, LeavesOutZero) {
+    EXPECT_EQ(QueryText().addIfNotZero("a", 0).addIfNotZero("b", -1).addIfNotZero("c", 100).text(),
+              "b=-1&c=100");
+}
+
 }  // namespace
 }  // namespace baseapi

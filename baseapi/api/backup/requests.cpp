@@ -1,7 +1,5 @@
 #include "baseapi/api/backup/requests.h"
 
-#include <string_view>
-
 #include "baseapi/net/query_text.h"
 #include "baseapi/platform/fatal_stop.h"
 
@@ -16,13 +14,6 @@ std::string plain(const std::string& resource) {
 }
 std::string cloudFile(const std::string& resource) {
     return "/quillbox/cloudfileh5/v1/backup/" + resource;
-}
-
-/// A value that the caller must give.
-template <class T>
-const T& given(const std::optional<T>& value, std::string_view name) {
-    if (!value) fatalStop("baseapi/IBackUp: " + std::string(name) + " is absent");
-    return *value;
 }
 
 std::string ofDevice(const std::string& deviceId, const std::string& resource) {
@@ -113,7 +104,7 @@ int GetRecordFilesRequest::buildParams() {
     if (!bean || !bean->recordId) return refused;
     QueryText query;
     query.add("recordId", *bean->recordId);
-    query.add("pageSize", given(bean->pageSize, "pageSize"));
+    query.add("pageSize", given(bean->pageSize, "baseapi/IBackUp: pageSize"));
     setAddress(plain("record/" + *bean->recordId + "/files"), query.text());
     return setBodyOrLog(*bean);  // never sent with a GET, but what has no JSON form is refused
 }
@@ -148,17 +139,17 @@ int GetScopeRequest::buildParams() {
 int ListConfigInfoRequest::buildParams() {
     if (!bean) return refused;
     QueryText query;
-    query.add("moduleCode", given(bean->moduleCode, "moduleCode"));
-    setAddress(ofDevice(given(bean->deviceId, "deviceId"), "/configs"), query.text());
+    query.add("moduleCode", given(bean->moduleCode, "baseapi/IBackUp: moduleCode"));
+    setAddress(ofDevice(given(bean->deviceId, "baseapi/IBackUp: deviceId"), "/configs"), query.text());
     return built;
 }
 
 int GetConfigInfoRequest::buildParams() {
     if (!bean) return refused;
     QueryText query;
-    query.add("moduleCode", given(bean->moduleCode, "moduleCode"));
-    query.add("congigName", given(bean->configName, "configName"));  // as on the wire
-    setAddress(ofDevice(given(bean->deviceId, "deviceId"), "/config"), query.text());
+    query.add("moduleCode", given(bean->moduleCode, "baseapi/IBackUp: moduleCode"));
+    query.add("congigName", given(bean->configName, "baseapi/IBackUp: configName"));  // as on the wire
+    setAddress(ofDevice(given(bean->deviceId, "baseapi/IBackUp: deviceId"), "/config"), query.text());
     return built;
 }
 

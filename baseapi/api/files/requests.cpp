@@ -85,8 +85,8 @@ int GetUploadUrlRequest::buildParams() {
 
 int GetFilePreviewUrlRequest::buildParams() {
     if (!bean) return refused;
-    if (!bean->fileId) fatalStop("baseapi/GetFilePreviewUrlRequest: fileId is absent");
-    setAddress("/quillbox/ose/v1/files/preview/" + *bean->fileId + "/link");
+    const auto& fileId = given(bean->fileId, "baseapi/GetFilePreviewUrlRequest: fileId");
+    setAddress("/quillbox/ose/v1/files/preview/" + fileId + "/link");
     return built;
 }
 

@@ -207,14 +207,12 @@ TEST_P(BackUpOperation, SendsOrRefuses) {
 INSTANTIATE_TEST_SUITE_P(IBackUp, BackUpOperation, testing::ValuesIn(rows), nameOf);
 
 TEST(IBackUp, NamesItsOperationsInTheirOrder) {
-    std::vector<std::string> names;
-    IBackUp::operations([&](std::string_view name, auto) { names.emplace_back(name); });
-    EXPECT_THAT(
-        names, testing::ElementsAre("unbindDevice", "bindDevice", "getDevices", "createBackupLock",
-                                    "keepBackupLock", "deleteBackupLock", "backupComplete", "backupDelete",
-                                    "backupGet", "createRecord", "getRecords", "getRecordFiles",
-                                    "createRecordFile", "addScope", "deleteScope", "getScope",
-                                    "listConfigInfos", "getConfigInfo", "addConfigInfo", "updateConfigInfo"));
+    EXPECT_THAT(operationNames<IBackUp>(),
+                testing::ElementsAre(
+                    "unbindDevice", "bindDevice", "getDevices", "createBackupLock", "keepBackupLock",
+                    "deleteBackupLock", "backupComplete", "backupDelete", "backupGet", "createRecord",
+                    "getRecords", "getRecordFiles", "createRecordFile", "addScope", "deleteScope", "getScope",
+                    "listConfigInfos", "getConfigInfo", "addConfigInfo", "updateConfigInfo"));
 }
 
 TEST(IBackUp, IsOneObject) {

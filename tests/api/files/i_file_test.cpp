@@ -124,9 +124,7 @@ TEST_P(FileOperation, SendsOrRefuses) {
 INSTANTIATE_TEST_SUITE_P(IFile, FileOperation, testing::ValuesIn(rows), nameOf);
 
 TEST(IFile, NamesItsOperationsInTheirOrder) {
-    std::vector<std::string> names;
-    IFile::operations([&](std::string_view name, auto) { names.emplace_back(name); });
-    EXPECT_THAT(names,
+    EXPECT_THAT(operationNames<IFile>(),
                 testing::ElementsAre("getAccessFiles", "createDirectory", "fileComplete", "fileRename",
                                      "filesCreate", "fileSearch", "filesList", "filesPath", "filesStatsDir",
                                      "getDownloadUrl", "getFileDetail", "getUploadUrl", "getFilePreviewUrl"));
