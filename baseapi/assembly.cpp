@@ -2,6 +2,7 @@
 
 #include "baseapi/api/backup/backup_impl.h"
 #include "baseapi/api/files/file_impl.h"
+#include "baseapi/api/share/share_impl.h"
 #include "baseapi/api/user/user_impl.h"
 #include "baseapi/backup/phone_backup_impl.h"
 #include "baseapi/core/cloud_instance.h"
@@ -12,6 +13,7 @@ namespace baseapi {
 CloudInstance::CloudInstance()
     : userImpl_(makeUserImpl().release()),
       fileImpl_(makeFileImpl().release()),
+      shareImpl_(makeShareImpl().release()),
       transferImpl_(new TransferImpl),
       backupImpl_(makeBackupImpl().release()),
       phoneBackupImpl_(new PhoneBackupImpl) {}

@@ -6,6 +6,7 @@
 
 #include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/files/i_file.h"
+#include "baseapi/api/share/i_share.h"
 #include "baseapi/api/user/i_user.h"
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/json/codec.h"
@@ -140,6 +141,7 @@ std::vector<Operation> makeOperations() {
     std::vector<Operation> all;
     add(all, instance.getUserImpl());
     add(all, instance.getFileImpl());
+    add(all, instance.getShareImpl());
     add(all, instance.getBackupImpl());
     return all;
 }

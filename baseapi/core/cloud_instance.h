@@ -11,6 +11,7 @@ namespace baseapi {
 class IBackUp;
 class IFile;
 class IPhoneBackup;
+class IShare;
 class ISliceFile;
 class ITransfer;
 class IUser;
@@ -52,6 +53,7 @@ class CloudInstance {
     // The service objects. Each call gives the same object; they live as long as the process.
     IUser& getUserImpl() const { return *userImpl_; }
     IFile& getFileImpl() const { return *fileImpl_; }
+    IShare& getShareImpl() const { return *shareImpl_; }
     ITransfer& getTransferImpl() const { return *transferImpl_; }
     IBackUp& getBackupImpl() const { return *backupImpl_; }
     IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
@@ -63,6 +65,7 @@ class CloudInstance {
     Guarded<std::string> userAgent_{"Your-App-Name"};
     IUser* userImpl_;
     IFile* fileImpl_;
+    IShare* shareImpl_;
     ITransfer* transferImpl_;
     IBackUp* backupImpl_;
     IPhoneBackup* phoneBackupImpl_;

@@ -31,11 +31,12 @@ TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
                 testing::ElementsAre(
                     "getToken", "getAccessFiles", "createDirectory", "fileComplete", "fileRename",
                     "filesCreate", "fileSearch", "filesList", "filesPath", "filesStatsDir", "getDownloadUrl",
-                    "getFileDetail", "getUploadUrl", "getFilePreviewUrl", "unbindDevice", "bindDevice",
-                    "getDevices", "createBackupLock", "keepBackupLock", "deleteBackupLock", "backupComplete",
-                    "backupDelete", "backupGet", "createRecord", "getRecords", "getRecordFiles",
-                    "createRecordFile", "addScope", "deleteScope", "getScope", "listConfigInfos",
-                    "getConfigInfo", "addConfigInfo", "updateConfigInfo"));
+                    "getFileDetail", "getUploadUrl", "getFilePreviewUrl", "getShares", "createShare",
+                    "cancelShare", "getShareDetail", "modifyShareDetail", "getShareFiles", "unbindDevice",
+                    "bindDevice", "getDevices", "createBackupLock", "keepBackupLock", "deleteBackupLock",
+                    "backupComplete", "backupDelete", "backupGet", "createRecord", "getRecords",
+                    "getRecordFiles", "createRecordFile", "addScope", "deleteScope", "getScope",
+                    "listConfigInfos", "getConfigInfo", "addConfigInfo", "updateConfigInfo"));
 }
 
 TEST(Operations, OneWithoutARecordNamesNone) {

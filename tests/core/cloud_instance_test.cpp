@@ -28,6 +28,7 @@ TEST(CloudInstance, GivesTheSameServiceObjectOnEachCall) {
     const auto& instance = CloudInstance::shared();
     EXPECT_EQ(&instance.getFileImpl(), &instance.getFileImpl());
     EXPECT_EQ(&instance.getUserImpl(), &instance.getUserImpl());
+    EXPECT_EQ(&instance.getShareImpl(), &instance.getShareImpl());
     EXPECT_EQ(&instance.getTransferImpl(), &instance.getTransferImpl());
 }
 
