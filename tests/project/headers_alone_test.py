@@ -10,7 +10,7 @@ import subprocess
 import sys
 
 FLAGS = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wno-missing-field-initializers", "-Werror", "-x", "c++"]
-OUTSIDE = ("/boost/", "/curl/", "/openssl/", "/simdjson", "/sqlite3", "/CLI/", "/unicode/", "/rapidjson/")
+OUTSIDE = ("/boost/", "/curl/", "/openssl/", "/simdjson", "/sqlite3", "/CLI/", "/unicode/", "/rapidjson/", "/exiv2/")
 
 
 def compile_alone(root, compiler, header):
