@@ -3,6 +3,7 @@
 #include "baseapi/api/backup/backup_impl.h"
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/share/share_impl.h"
+#include "baseapi/api/sharefolder/share_folder_impl.h"
 #include "baseapi/api/user/user_impl.h"
 #include "baseapi/backup/phone_backup_impl.h"
 #include "baseapi/core/cloud_instance.h"
@@ -16,6 +17,7 @@ CloudInstance::CloudInstance()
       shareImpl_(makeShareImpl().release()),
       transferImpl_(new TransferImpl),
       backupImpl_(makeBackupImpl().release()),
+      shareFolderImpl_(makeShareFolderImpl().release()),
       phoneBackupImpl_(new PhoneBackupImpl) {}
 
 }  // namespace baseapi

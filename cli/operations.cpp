@@ -7,6 +7,7 @@
 #include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/share/i_share.h"
+#include "baseapi/api/sharefolder/i_share_folder.h"
 #include "baseapi/api/user/i_user.h"
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/json/codec.h"
@@ -143,6 +144,7 @@ std::vector<Operation> makeOperations() {
     add(all, instance.getFileImpl());
     add(all, instance.getShareImpl());
     add(all, instance.getBackupImpl());
+    add(all, instance.getShareFolderImpl());
     return all;
 }
 

@@ -12,6 +12,7 @@ class IBackUp;
 class IFile;
 class IPhoneBackup;
 class IShare;
+class IShareFolder;
 class ISliceFile;
 class ITransfer;
 class IUser;
@@ -56,6 +57,7 @@ class CloudInstance {
     IShare& getShareImpl() const { return *shareImpl_; }
     ITransfer& getTransferImpl() const { return *transferImpl_; }
     IBackUp& getBackupImpl() const { return *backupImpl_; }
+    IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
     IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
 
   private:
@@ -68,6 +70,7 @@ class CloudInstance {
     IShare* shareImpl_;
     ITransfer* transferImpl_;
     IBackUp* backupImpl_;
+    IShareFolder* shareFolderImpl_;
     IPhoneBackup* phoneBackupImpl_;
 };
 

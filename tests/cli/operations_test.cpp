@@ -27,16 +27,18 @@ TEST(Operations, EachOneNamesItsInterfaceAndRecords) {
 TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
     std::vector<std::string> names;
     for (const auto& operation : operations()) names.emplace_back(operation.name);
-    EXPECT_THAT(names,
-                testing::ElementsAre(
-                    "getToken", "getAccessFiles", "createDirectory", "fileComplete", "fileRename",
-                    "filesCreate", "fileSearch", "filesList", "filesPath", "filesStatsDir", "getDownloadUrl",
-                    "getFileDetail", "getUploadUrl", "getFilePreviewUrl", "getShares", "createShare",
-                    "cancelShare", "getShareDetail", "modifyShareDetail", "getShareFiles", "unbindDevice",
-                    "bindDevice", "getDevices", "createBackupLock", "keepBackupLock", "deleteBackupLock",
-                    "backupComplete", "backupDelete", "backupGet", "createRecord", "getRecords",
-                    "getRecordFiles", "createRecordFile", "addScope", "deleteScope", "getScope",
-                    "listConfigInfos", "getConfigInfo", "addConfigInfo", "updateConfigInfo"));
+    EXPECT_THAT(
+        names,
+        testing::ElementsAre(
+            "getToken", "getAccessFiles", "createDirectory", "fileComplete", "fileRename", "filesCreate",
+            "fileSearch", "filesList", "filesPath", "filesStatsDir", "getDownloadUrl", "getFileDetail",
+            "getUploadUrl", "getFilePreviewUrl", "getShares", "createShare", "cancelShare", "getShareDetail",
+            "modifyShareDetail", "getShareFiles", "unbindDevice", "bindDevice", "getDevices",
+            "createBackupLock", "keepBackupLock", "deleteBackupLock", "backupComplete", "backupDelete",
+            "backupGet", "createRecord", "getRecords", "getRecordFiles", "createRecordFile", "addScope",
+            "deleteScope", "getScope", "listConfigInfos", "getConfigInfo", "addConfigInfo",
+            "updateConfigInfo", "shareFolderCreate", "shareFolderRename", "shareFolderDelete",
+            "shareFolderDetail", "shareFolderList", "shareFolderAlbumList"));
 }
 
 TEST(Operations, OneWithoutARecordNamesNone) {
