@@ -1,5 +1,6 @@
 // The one file that names every implementation.
 
+#include "baseapi/api/album/album_impl.h"
 #include "baseapi/api/backup/backup_impl.h"
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/share/share_impl.h"
@@ -18,6 +19,7 @@ CloudInstance::CloudInstance()
       transferImpl_(new TransferImpl),
       backupImpl_(makeBackupImpl().release()),
       shareFolderImpl_(makeShareFolderImpl().release()),
+      albumImpl_(makeAlbumImpl().release()),
       phoneBackupImpl_(new PhoneBackupImpl) {}
 
 }  // namespace baseapi

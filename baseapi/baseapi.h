@@ -3,6 +3,7 @@
 /// The whole public interface: the session and its services, their records and results, the engines, and what
 /// a host can put in place of the platform's parts. Pulls in no outside library's header.
 
+#include "baseapi/api/album/i_album.h"
 #include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/records/archive_data.h"

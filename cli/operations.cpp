@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "baseapi/api/album/i_album.h"
 #include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/share/i_share.h"
@@ -145,6 +146,7 @@ std::vector<Operation> makeOperations() {
     add(all, instance.getShareImpl());
     add(all, instance.getBackupImpl());
     add(all, instance.getShareFolderImpl());
+    add(all, instance.getAlbumImpl());
     return all;
 }
 

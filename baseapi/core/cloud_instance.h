@@ -8,6 +8,7 @@
 
 namespace baseapi {
 
+class IAlbum;
 class IBackUp;
 class IFile;
 class IPhoneBackup;
@@ -58,6 +59,7 @@ class CloudInstance {
     ITransfer& getTransferImpl() const { return *transferImpl_; }
     IBackUp& getBackupImpl() const { return *backupImpl_; }
     IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
+    IAlbum& getAlbumImpl() const { return *albumImpl_; }
     IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
 
   private:
@@ -71,6 +73,7 @@ class CloudInstance {
     ITransfer* transferImpl_;
     IBackUp* backupImpl_;
     IShareFolder* shareFolderImpl_;
+    IAlbum* albumImpl_;
     IPhoneBackup* phoneBackupImpl_;
 };
 

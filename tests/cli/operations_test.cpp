@@ -38,7 +38,8 @@ TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
             "backupGet", "createRecord", "getRecords", "getRecordFiles", "createRecordFile", "addScope",
             "deleteScope", "getScope", "listConfigInfos", "getConfigInfo", "addConfigInfo",
             "updateConfigInfo", "shareFolderCreate", "shareFolderRename", "shareFolderDelete",
-            "shareFolderDetail", "shareFolderList", "shareFolderAlbumList"));
+            "shareFolderDetail", "shareFolderList", "shareFolderAlbumList", "albumCreate", "albumUpdate",
+            "albumDelete", "albumList", "albumContentList", "albumContentAdd", "albumContentDelete"));
 }
 
 TEST(Operations, OneWithoutARecordNamesNone) {
