@@ -1,20 +1,54 @@
 #include "hostkit/folder_photo_library.h"
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <fstream>
-#include <map>
 
 #include "tests/support/exif_picture.h"
+#include "tests/support/photo_library_contract.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root_rights.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+
+/// Writes a file that was last changed then.
+void writeFile(const fs::path& file, const std::string& content, timespec modified) {
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << content;
+    const timespec times[] = {{0, UTIME_OMIT}, modified};
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
+}
+
+}  // namespace
+
+namespace test_support {
+
+struct FolderLibraries {
+    baseapi::PhotoLibrary& library() { return library_; }
+    baseapi::PhotoLibrary& again() { return again_; }
+    void add(const NewAsset& asset) {
+        writeFile(folder_ / asset.name, asset.content, {asset.date.time_since_epoch().count(), 0});
+    }
+    baseapi::PhotoLibrary& refused() {
+        add({"a.jpg"});
+        return refused_;
+    }
+
+    TemporaryFolder folder_;
+    hostkit::FolderPhotoLibrary library_{folder_.path()};
+    hostkit::FolderPhotoLibrary again_{folder_.path()};
+    hostkit::FolderPhotoLibrary refused_{folder_ / "a.jpg"};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Folder, PhotoLibraryContract, FolderLibraries);
+
+}  // namespace test_support
+
+namespace {
+
 using baseapi::PhotoAsset;
 using hostkit::FolderPhotoLibrary;
 using test_support::jpegTaken;
@@ -28,10 +62,7 @@ class FolderPhotoLibraryTest : public testing::Test {
     fs::path write(const fs::path& name, const std::string& content, std::time_t modified = 1'000'000'000,
                    long fraction = 0) const {
         const auto file = folder_ / name;
-        fs::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << content;
-        const timespec times[] = {{0, UTIME_OMIT}, {modified, fraction}};
-        EXPECT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
+        writeFile(file, content, {modified, fraction});
         return file;
     }
     std::vector<std::string> identifiers(MediaType mediaType = MediaType::image) {

@@ -32,6 +32,7 @@ class PhotoLibraryDouble : public baseapi::PhotoLibrary {
     int authorizationStatus() override { return plan.status; }
     std::vector<Asset> fetchAssets(Asset::MediaType mediaType) override {
         std::vector<Asset> found;
+        if (plan.status != authorized && plan.status != limited) return found;
         for (const auto& asset : plan.assets)
             if (asset.mediaType == mediaType) found.push_back(asset);
         return found;
