@@ -5,6 +5,7 @@
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/share/share_impl.h"
 #include "baseapi/api/sharefolder/share_folder_impl.h"
+#include "baseapi/api/user/space_impl.h"
 #include "baseapi/api/user/user_impl.h"
 #include "baseapi/backup/phone_backup_impl.h"
 #include "baseapi/core/cloud_instance.h"
@@ -20,6 +21,7 @@ CloudInstance::CloudInstance()
       backupImpl_(makeBackupImpl().release()),
       shareFolderImpl_(makeShareFolderImpl().release()),
       albumImpl_(makeAlbumImpl().release()),
+      spaceImpl_(makeSpaceImpl().release()),
       phoneBackupImpl_(new PhoneBackupImpl) {}
 
 }  // namespace baseapi

@@ -9,6 +9,7 @@
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/share/i_share.h"
 #include "baseapi/api/sharefolder/i_share_folder.h"
+#include "baseapi/api/user/i_space.h"
 #include "baseapi/api/user/i_user.h"
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/json/codec.h"
@@ -147,6 +148,7 @@ std::vector<Operation> makeOperations() {
     add(all, instance.getBackupImpl());
     add(all, instance.getShareFolderImpl());
     add(all, instance.getAlbumImpl());
+    add(all, instance.getSpaceImpl());
     return all;
 }
 

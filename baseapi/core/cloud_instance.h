@@ -15,6 +15,7 @@ class IPhoneBackup;
 class IShare;
 class IShareFolder;
 class ISliceFile;
+class ISpace;
 class ITransfer;
 class IUser;
 
@@ -60,6 +61,7 @@ class CloudInstance {
     IBackUp& getBackupImpl() const { return *backupImpl_; }
     IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
     IAlbum& getAlbumImpl() const { return *albumImpl_; }
+    ISpace& getSpaceImpl() const { return *spaceImpl_; }
     IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
 
   private:
@@ -74,6 +76,7 @@ class CloudInstance {
     IBackUp* backupImpl_;
     IShareFolder* shareFolderImpl_;
     IAlbum* albumImpl_;
+    ISpace* spaceImpl_;
     IPhoneBackup* phoneBackupImpl_;
 };
 

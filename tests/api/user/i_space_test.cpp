@@ -1,0 +1,49 @@
+#include "baseapi/api/user/i_space.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/api/operation_table.h"
+
+namespace baseapi {
+namespace {
+
+Sent post(std::string body) {
+    return {"POST", "/quillbox/ose/v1/space/batchGetSpace", std::move(body)};
+}
+
+const std::string batch = R"({"batchGetSpaceReq":[{"ownerId":"o1","type":1},{"ownerId":"o2"}]})";
+
+const std::vector<OperationRow> rows = {
+    {"batchGetSpace", "absent", absent, Sent{"POST", "/", absent}},
+    {"batchGetSpace", "fresh", "{}", post("{}")},
+    {"batchGetSpace", "full", batch, post(batch)},
+    {"batchGetSpace", "emptyList", R"({"batchGetSpaceReq":[]})", post(R"({"batchGetSpaceReq":[]})")},
+};
+
+class SpaceOperation : public OperationTest {};
+
+TEST_P(SpaceOperation, Sends) {
+    expectRow(CloudInstance::shared().getSpaceImpl(), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(ISpace, SpaceOperation, testing::ValuesIn(rows), nameOf);
+
+TEST(ISpace, NamesItsOperation) {
+    EXPECT_THAT(operationNames<ISpace>(), testing::ElementsAre("batchGetSpace"));
+}
+
+TEST(ISpace, IsOneObject) {
+    EXPECT_EQ(&CloudInstance::shared().getSpaceImpl(), &CloudInstance::shared().getSpaceImpl());
+}
+
+class SpaceAnswer : public ServiceTest {};
+
+TEST_F(SpaceAnswer, OfABatchIsASuccessThoughAnEntryFailed) {
+    answer_ = R"({"batchGetSpaceResponse":[{"msg":"ok","code":0,"date":{"ownerId":9007199254740993}},)"
+              R"({"msg":"no such owner","code":404}],"code":0})";
+    const auto outcome = callOperation(CloudInstance::shared().getSpaceImpl(), "batchGetSpace", batch);
+    EXPECT_EQ(std::get<std::string>(outcome.result), answer_);
+}
+
+}  // namespace
+}  // namespace baseapi
