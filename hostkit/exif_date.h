@@ -12,7 +12,7 @@ struct Instant {
     std::chrono::sys_seconds second;
     std::chrono::nanoseconds fraction{0};
 
-    auto operator<=>(const Instant&) const = default;
+    auto operator<=>(const Instant&) const = default;  // NOLINT(modernize-use-nullptr): it means the operator
 };
 
 /// A date as Exif splits it up: "2024:02:29 13:05:59", the digits of the second's fraction ("25" for a

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <compare>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include "baseapi/transfer/local_file.h"
@@ -29,8 +29,6 @@ constexpr int denied = 2;
 struct DatedFile {
     Instant date;
     std::string identifier;
-
-    auto operator<=>(const DatedFile&) const = default;
 };
 
 /// Why a file is passed over.
@@ -97,7 +95,7 @@ std::vector<PhotoAsset> FolderPhotoLibrary::fetchAssets(MediaType mediaType) {
         }
     };
     walkFiles(folder_, {add, [this](const auto& path, const auto& why) { warn(path, why); }});
-    std::ranges::sort(files);
+    std::ranges::sort(files, {}, [](const DatedFile& file) { return std::tie(file.date, file.identifier); });
 
     std::vector<PhotoAsset> assets;
     assets.reserve(files.size());

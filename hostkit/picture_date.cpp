@@ -61,7 +61,7 @@ std::optional<Instant> pictureDate(const std::filesystem::path& picture) noexcep
     if (!image->mimeType().starts_with("image/")) return std::nullopt;
     image->readMetadata();
     return dateOf(image->exifData());
-} catch (const std::exception&) {
+} catch (...) {
     return std::nullopt;
 }
 
