@@ -10,7 +10,7 @@ namespace {
 
 constexpr Field pathPairShape[] = {{"localPath", Type::text}, {"targetFolderPath", Type::text}};
 
-BackupDevices store(Call& call) {
+BackupDevices deviceStore(Call& call) {
     return {call.service.database, call.account.id};
 }
 
@@ -48,7 +48,7 @@ json::object valueFields(std::int64_t device, const ConfigValue& value) {
 Reply valueList(Call& call, const std::optional<std::string>& name) {
     const auto device = deviceInPath(call);
     json::array list;
-    for (const auto& value : store(call).values(device, requiredParameter(call, "moduleCode"), name))
+    for (const auto& value : deviceStore(call).values(device, requiredParameter(call, "moduleCode"), name))
         list.push_back(valueFields(device, value));
     return success({{"data", std::move(list)}});
 }
@@ -98,20 +98,20 @@ Reply bindDevice(Call& call) {
         {"machineCode", Type::text}, {"deviceName", Type::text}, {"deviceOS", Type::text}};
     const auto request = call.record(shape);
     const auto device =
-        store(call).bind(requiredText(request, "machineCode"), optionalText(request, "deviceName"),
-                         optionalText(request, "deviceOS"));
+        deviceStore(call).bind(requiredText(request, "machineCode"), optionalText(request, "deviceName"),
+                               optionalText(request, "deviceOS"));
     return success({{"data", withNumber(device)}});
 }
 
 Reply unbindDevice(Call& call) {
     const auto device = deviceInPath(call);
-    if (!store(call).unbind(device)) notFound("there is no device " + std::to_string(device));
+    if (!deviceStore(call).unbind(device)) notFound("there is no device " + std::to_string(device));
     return success();
 }
 
 Reply devices(Call& call) {
     json::array list;
-    for (const auto& device : store(call).devices()) list.push_back(withNumber(device));
+    for (const auto& device : deviceStore(call).devices()) list.push_back(withNumber(device));
     return success({{"data", std::move(list)}});
 }
 
@@ -127,7 +127,7 @@ Reply addScopes(Call& call) {
     json::array added;
     json::array failed;
     for (const auto& pair : pairs->get_array()) {
-        const auto outcome = tryToAdd(store(call), device, module, pair.get_object());
+        const auto outcome = tryToAdd(deviceStore(call), device, module, pair.get_object());
         if (const auto* scope = std::get_if<Scope>(&outcome)) {
             added.push_back(scopeFields(*scope));
             continue;
@@ -152,7 +152,7 @@ Reply removeScopes(Call& call) {
     json::array removed;
     json::array failed;
     for (const auto& id : ids->get_array()) {
-        if (store(call).removeScope(device, id.get_int64())) {
+        if (deviceStore(call).removeScope(device, id.get_int64())) {
             removed.push_back(id);
         } else {
             failed.push_back({{"scopeId", id},
@@ -165,7 +165,8 @@ Reply removeScopes(Call& call) {
 
 Reply scopes(Call& call) {
     json::array list;
-    for (const auto& scope : store(call).scopes(deviceInPath(call), requiredParameter(call, "moduleCode")))
+    for (const auto& scope :
+         deviceStore(call).scopes(deviceInPath(call), requiredParameter(call, "moduleCode")))
         list.push_back(scopeFields(scope));
     return success({{"scopeList", std::move(list)}});
 }
@@ -189,7 +190,7 @@ Reply setValue(Call& call) {
         badRequest("\"deviceId\" is not the device of the path");
     const ConfigValue value{requiredText(request, "moduleCode"), requiredText(request, "configName"),
                             text(request, "newConfigValue")};
-    store(call).setValue(device, value);
+    deviceStore(call).setValue(device, value);
     return success({{"data", json::array{valueFields(device, value)}}});
 }
 

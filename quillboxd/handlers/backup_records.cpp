@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::int64_t largestPage = 1000;
 
-BackupRecords store(Call& call) {
+BackupRecords recordStore(Call& call) {
     return {call.service.database, call.account.id};
 }
 
 BackupRecord recordInPath(Call& call) {
     const auto& id = call.wildcards[0];
-    const auto record = store(call).find(numberIn(id, "the record id in the path"));
+    const auto record = recordStore(call).find(numberIn(id, "the record id in the path"));
     if (!record) notFound("there is no record " + id);
     return *record;
 }
@@ -78,19 +78,19 @@ Reply addRecord(Call& call) {
     const auto module = requiredText(request, "moduleCode");
     const auto device = requiredInteger(request, "deviceId");
     BackupLocks(call.service.database, call.account.id).require(lock, module);
-    const auto record = store(call).add(device, module, optionalText(request, "properties"));
+    const auto record = recordStore(call).add(device, module, optionalText(request, "properties"));
     return success({{"data", recordFields(call, record)}});
 }
 
 Reply finishRecord(Call& call) {
     static constexpr Field shape[] = {{"properties", Type::text}};
     const auto record = writableRecord(call);
-    store(call).finish(record.id, optionalText(call.record(shape), "properties"));
+    recordStore(call).finish(record.id, optionalText(call.record(shape), "properties"));
     return success();
 }
 
 Reply removeRecord(Call& call) {
-    store(call).remove(writableRecord(call).id);
+    recordStore(call).remove(writableRecord(call).id);
     return success();
 }
 
@@ -106,14 +106,14 @@ Reply records(Call& call) {
     const auto cursor = call.request.parameter("cursor").value_or("");
     if (!cursor.empty()) page.before = numberIn(cursor, "\"cursor\"");
     json::array list;
-    for (const auto& record : store(call).list(page)) list.push_back(recordFields(call, record));
+    for (const auto& record : recordStore(call).list(page)) list.push_back(recordFields(call, record));
     return success({{"data", std::move(list)}});
 }
 
 Reply recordFiles(Call& call) {
     const auto record = recordInPath(call);
     json::array list;
-    for (const auto& file : store(call).files(record.id, pageSize(call)))
+    for (const auto& file : recordStore(call).files(record.id, pageSize(call)))
         list.push_back(fileFields(record.id, file));
     return success({{"data", std::move(list)}});
 }
@@ -123,7 +123,7 @@ Reply addRecordFile(Call& call) {
     if (record.status == RecordStatus::finished)
         conflict(Code::conflict, "the record " + std::to_string(record.id) + " is finished");
     auto file = files::createFile(call);
-    store(call).attach(record.id, file.node);
+    recordStore(call).attach(record.id, file.node);
     return std::move(file.reply);
 }
 

@@ -223,13 +223,6 @@ void runOnSmallStack(std::size_t stackSize, std::function<void()> work) {
     pthread_attr_destroy(&attributes);
 }
 
-std::string nested(const std::string& open, const std::string& close, int levels) {
-    std::string text;
-    for (int level = 0; level < levels; ++level) text += open;
-    for (int level = 0; level < levels; ++level) text += close;
-    return text;
-}
-
 TEST(Codec, GetsByWithASmallStackHoweverDeepTheText) {
     // Without optimisation, and the more under a sanitizer, a function's frame is several times as large.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

@@ -386,13 +386,6 @@ TEST(Reader, GivesTheSameErrorForTheSameText) {
 
 // ---- limits
 
-std::string nested(const std::string& open, const std::string& close, int levels) {
-    std::string text;
-    for (int level = 0; level < levels; ++level) text += open;
-    for (int level = 0; level < levels; ++level) text += close;
-    return text;
-}
-
 TEST(Reader, ReadsFiveHundredAndTwelveLevels) {
     readWell<Leaf>("{\"size\":1,\"x\":" + nested("[", "]", 511) + "}");
     readWell<Everything>("{\"any\":" + nested("[", "]", 511) + "}", DecodingMode::overlay);

@@ -30,4 +30,12 @@ DecodingError readBadly(std::string text, DecodingMode mode = DecodingMode::stri
     return error.value_or(DecodingError{Kind::dataCorrupted, "no error", "", ""});
 }
 
+/// `levels` times `open`, then as often `close`.
+inline std::string nested(const std::string& open, const std::string& close, int levels) {
+    std::string text;
+    for (int level = 0; level < levels; ++level) text += open;
+    for (int level = 0; level < levels; ++level) text += close;
+    return text;
+}
+
 }  // namespace baseapi::sample

@@ -12,8 +12,6 @@ using testing::IsEmpty;
 
 constexpr const char* failed = "onFailure 100001 file invaild";
 constexpr const char* createInRecord = "POST /quillbox/ose/v1/backup/record/record-1/file";
-constexpr const char* onePart =
-    R"({"size":3,"hash":"whole-hash","parts":[{"partNumber":1,"partOffset":0,"partSize":3}]})";
 
 class BackupUploadProcessTaskTest : public UploadTest {
   protected:

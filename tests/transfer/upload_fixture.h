@@ -116,6 +116,10 @@ class TestSlicer : public ISliceFile {
     Work work_;
 };
 
+/// A slicer's text of a file of three bytes.
+inline constexpr const char* onePart =
+    R"({"size":3,"hash":"whole-hash","parts":[{"partNumber":1,"partOffset":0,"partSize":3}]})";
+
 inline std::shared_ptr<ISliceFile> slicerOf(std::optional<std::string> text) {
     return std::make_shared<TestSlicer>([text = std::move(text)](const URL&) { return text; });
 }

@@ -9,9 +9,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* onePart =
-    R"({"size":3,"hash":"h","parts":[{"partNumber":1,"partOffset":0,"partSize":3}]})";
-
 class UploadOperationTest : public UploadTest {
   protected:
     std::shared_ptr<UploadOperation> operationFor(UploadProcessCallback callback) {

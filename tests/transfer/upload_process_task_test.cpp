@@ -15,8 +15,6 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 constexpr const char* failed = "onFailure 100016 file invaild";
-constexpr const char* onePart =
-    R"({"size":3,"hash":"whole-hash","parts":[{"partNumber":1,"partOffset":0,"partSize":3}]})";
 
 class UploadProcessTest : public UploadTest {
   protected:
