@@ -6,10 +6,23 @@
 
 #include "cli/exit_status.h"
 
+namespace baseapi {
+struct Platform;
+}
+
 namespace quillbox {
 
 class Host;
+class HostLog;
 class Options;
+class Output;
+
+/// Where a command puts what it lends the library.
+struct Equipment {
+    baseapi::Platform& platform;
+    HostLog& log;
+    Output& output;
+};
 
 /// One command of the program: its options and what it does. Each has a file of its own in commands/.
 class Command {
@@ -19,6 +32,8 @@ class Command {
     virtual std::string name() const = 0;
     virtual std::string description() const = 0;
     virtual void addOptions(Options& options) = 0;
+    /// Puts parts of its own in place, before the library is used for the first time.
+    virtual void equip(const Equipment&) {}
     /// Throws what stands in problems.h.
     virtual ExitStatus run(Host& host) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <map>
 #include <sstream>
 #include <string>
 
@@ -15,7 +16,7 @@ namespace {
 
 constexpr const char* footer =
     "Exit status: 0 success; 1 the library reported a failure; 2 the command line cannot be used;\n"
-    "3 no answer within --wait; 130 interrupted.";
+    "3 no answer within --wait; 4 some files of a backup failed, with --fail-on-partial; 130 interrupted.";
 
 void addSessionOptions(CLI::App& app, SessionOptions& values) {
     Options options(app, "Session");
@@ -43,11 +44,26 @@ std::string firstLineOf(std::string text) {
 struct CommandLine::Parser {
     CLI::App app{"The command line of a personal cloud drive.", "quillbox"};
 
+    /// The parser of a command; one whose name is of two words stands under the first of them.
+    CLI::App& add(const std::string& name, const std::string& description, SessionOptions& values) {
+        const auto blank = name.find(' ');
+        auto& above = blank == name.npos ? app : group(name.substr(0, blank), values);
+        auto& added = *above.add_subcommand(name.substr(blank == name.npos ? 0 : blank + 1), description);
+        // The session options stand anywhere on the line.
+        addSessionOptions(added, values);
+        return added;
+    }
+
     std::string whyUnusable(const CLI::ParseError& error) const {
-        const auto chosen = app.get_subcommands();
-        if (const auto rest = app.remaining(); chosen.empty() && !rest.empty())
-            return "there is no command " + rest.front() + "; see quillbox --help";
-        const auto name = chosen.empty() ? std::string() : chosen.front()->get_name() + " ";
+        std::string name;
+        const CLI::App* last = &app;
+        while (!last->get_subcommands().empty()) {
+            last = last->get_subcommands().front();
+            name += last->get_name() + " ";
+        }
+        const auto rest = last->remaining();
+        if (isGroup(*last) && !rest.empty())
+            return "there is no command " + name + rest.front() + "; see quillbox " + name + "--help";
         return firstLineOf(error.what()) + "; see quillbox " + name + "--help";
     }
 
@@ -60,6 +76,22 @@ struct CommandLine::Parser {
         if (!out.error().empty())
             throw std::runtime_error("standard output cannot be written: " + out.error());
     }
+
+  private:
+    static bool isGroup(const CLI::App& parser) {
+        return !parser.get_subcommands([](const CLI::App*) { return true; }).empty();
+    }
+
+    CLI::App& group(const std::string& name, SessionOptions& values) {
+        auto*& found = groups_[name];
+        if (found != nullptr) return *found;
+        found = app.add_subcommand(name, "Several commands; see quillbox " + name + " --help");
+        found->require_subcommand(1);
+        addSessionOptions(*found, values);
+        return *found;
+    }
+
+    std::map<std::string, CLI::App*> groups_;
 };
 
 CommandLine::CommandLine() : commands_(allCommands()), parser_(std::make_unique<Parser>()) {
@@ -69,12 +101,10 @@ CommandLine::CommandLine() : commands_(allCommands()), parser_(std::make_unique<
     app.require_subcommand(1);
     addSessionOptions(app, options_);
     for (const auto& command : commands_) {
-        auto* sub = app.add_subcommand(command->name(), command->description());
-        // The session options stand anywhere on the line.
-        addSessionOptions(*sub, options_);
-        Options options(*sub);
+        auto& sub = parser_->add(command->name(), command->description(), options_);
+        Options options(sub);
         command->addOptions(options);
-        sub->final_callback([this, chosen = command.get()] { chosen_ = chosen; });
+        sub.final_callback([this, chosen = command.get()] { chosen_ = chosen; });
     }
 }
 

@@ -11,6 +11,8 @@ enum class ExitStatus {
     unusable = 2,
     /// No answer came in time.
     noAnswer = 3,
+    /// With --fail-on-partial: a backup ended in success, and some of its files failed.
+    partial = 4,
     interrupted = 130,
 };
 

@@ -7,6 +7,7 @@
 
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/platform/platform.h"
+#include "cli/command.h"
 
 namespace quillbox {
 namespace {
@@ -23,7 +24,7 @@ std::filesystem::path readable(const std::string& bundle) {
 
 }  // namespace
 
-Host::Host(const SessionOptions& options, Parts parts)
+Host::Host(const SessionOptions& options, Parts parts, Command& command)
     : parts_(parts),
       stateFolder_(quillbox::stateFolder(options, processEnvironment)),
       log_(options.log ? std::make_shared<HostLog>(*options.log) : std::make_shared<HostLog>()) {
@@ -32,6 +33,7 @@ Host::Host(const SessionOptions& options, Parts parts)
     platform.stateFolder = stateFolder_;
     platform.applicationIdentifier = "quillbox";
     if (options.cacert && !options.cacert->empty()) platform.caBundle = readable(*options.cacert);
+    command.equip({platform, *log_, parts.output});
     baseapi::usePlatform(std::move(platform));
 
     auto& session = baseapi::CloudInstance::shared();
@@ -55,10 +57,11 @@ void Host::waitFor(const std::function<bool()>& done) const {
     if (parts_.monitor.interrupted()) throw Interrupted{};
 }
 
-void Host::settle() const {
+void Host::settle(const std::weak_ptr<void>& run) const {
     const auto& http = *baseapi::platform().http;
     const auto end = std::chrono::steady_clock::now() + longestSettling;
-    while (http.running() > 0 && std::chrono::steady_clock::now() < end)
+    // A run begins its last request before it goes.
+    while ((!run.expired() || http.running() > 0) && std::chrono::steady_clock::now() < end)
         std::this_thread::sleep_for(settlingStep);
 }
 

@@ -19,6 +19,8 @@
 
 namespace quillbox {
 
+class Command;
+
 /// What a command works with: the library, set up as the session options say, and the ways to tell and to
 /// wait. One for each process.
 class Host {
@@ -30,8 +32,8 @@ class Host {
         TokenMask& mask;
     };
 
-    /// Throws `UsageError` where the options cannot be used.
-    Host(const SessionOptions& options, Parts parts);
+    /// `command` may put parts of its own in place. Throws `UsageError` where the options cannot be used.
+    Host(const SessionOptions& options, Parts parts, Command& command);
 
     Output& output() const { return parts_.output; }
     Monitor& monitor() const { return parts_.monitor; }
@@ -79,8 +81,8 @@ class Host {
     /// Throws `Interrupted` where a Ctrl-C came, once `done` or when the patience is over.
     void waitFor(const std::function<bool()>& done) const;
 
-    /// Waits until no request of the library is under way, but not for long.
-    void settle() const;
+    /// Waits until the library has let go of `run` and no request is under way, but not for long.
+    void settle(const std::weak_ptr<void>& run = {}) const;
 
   private:
     /// The answer of the call that `begin` begins.

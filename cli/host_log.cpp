@@ -74,7 +74,7 @@ HostLog::~HostLog() {
 }
 
 void HostLog::line(std::span<const std::string_view> pieces) noexcept {
-    cause_.read(pieces);
+    reader_(pieces);
     if (descriptor_ < 0) return;
     if (std::any_of(pieces.begin(), pieces.end(), endsWithin)) {
         const auto line = inOneLine(pieces);

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "baseapi/platform/log_sink.h"
 #include "cli/upload_cause.h"
@@ -24,11 +28,19 @@ class HostLog : public baseapi::LogSink {
     void line(std::span<const std::string_view> pieces) noexcept override;
 
     UploadCause& uploadCause() { return cause_; }
+    /// What reads the lines in place of `uploadCause`, on the thread that logs; to be set before there are
+    /// any.
+    void setReader(std::function<void(std::span<const std::string_view>)> reader) {
+        reader_ = std::move(reader);
+    }
 
   private:
     void write(std::span<const std::string_view> pieces);
 
     UploadCause cause_;
+    std::function<void(std::span<const std::string_view>)> reader_ = [this](auto pieces) {
+        cause_.read(pieces);
+    };
     std::mutex mutex_;
     int descriptor_ = -1;
     bool owned_ = false;

@@ -21,6 +21,13 @@ class JobDisplay {
     void begin(const std::string& label, std::int64_t size) {
         show([&] { job_.begin(label, size); });
     }
+    /// The job as a whole, where its files are not told apart.
+    void update(const std::string& label, std::int64_t done, std::int64_t total) {
+        show([&] {
+            job_.begin(label, total);
+            job_.sent(done);
+        });
+    }
     void hashed(std::int64_t bytes) {
         show([&] { job_.hashed(bytes); });
     }

@@ -4,6 +4,12 @@
 
 namespace quillbox {
 
+Monitor::Clock::time_point Monitor::after(double seconds) {
+    constexpr double longest = 365.0 * 24 * 3600;
+    return Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                              std::chrono::duration<double>(std::min(seconds, longest)));
+}
+
 bool Monitor::wait(const std::function<bool()>& done, std::optional<Clock::time_point> limit) {
     std::unique_lock lock(mutex_);
     while (!done()) {

@@ -17,6 +17,10 @@ class Monitor {
     /// `patience`: how long the final callback is waited for after the first Ctrl-C.
     explicit Monitor(Clock::duration patience = std::chrono::seconds(30)) : patience_(patience) {}
 
+    /// The time so many seconds from now, or a year, whichever comes first: a clock cannot count to any
+    /// number of seconds.
+    static Clock::time_point after(double seconds);
+
     /// Changes what a `wait` looks at.
     void change(const std::function<void()>& change) {
         std::lock_guard lock(mutex_);

@@ -66,6 +66,12 @@ void Options::integer(const std::string& name, std::optional<std::int64_t>& valu
     decorated(*option, kind).multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
+void Options::requiredInteger(const std::string& name, std::int64_t& value, const std::string& kind,
+                              const std::string& help) {
+    auto* option = app_.add_option(name, value, help);
+    decorated(*option, kind).required()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
 void Options::count(const std::string& name, int& value, const std::string& kind, const std::string& help) {
     auto* option = app_.add_option(name, value, help);
     decorated(*option, kind)
@@ -76,6 +82,13 @@ void Options::count(const std::string& name, int& value, const std::string& kind
 void Options::seconds(const std::string& name, double& value, const std::string& kind,
                       const std::string& help) {
     auto* option = app_.add_option(name, value, help);
+    decorated(*option, kind).check(whyNoDuration)->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void Options::seconds(const std::string& name, std::optional<double>& value, const std::string& kind,
+                      const std::string& help) {
+    auto* option = app_.add_option_function<double>(
+        name, [&value](const double& given) { value = given; }, help);
     decorated(*option, kind).check(whyNoDuration)->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 

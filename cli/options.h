@@ -29,10 +29,15 @@ class Options {
     void requiredTexts(const std::string& name, std::vector<std::string>& values, const std::string& help);
     void integer(const std::string& name, std::optional<std::int64_t>& value, const std::string& kind,
                  const std::string& help);
+    void requiredInteger(const std::string& name, std::int64_t& value, const std::string& kind,
+                         const std::string& help);
     /// A whole number that is not negative.
     void count(const std::string& name, int& value, const std::string& kind, const std::string& help);
     /// A number that is not negative, with or without decimals.
     void seconds(const std::string& name, double& value, const std::string& kind, const std::string& help);
+    /// The same; stays absent where it is not given.
+    void seconds(const std::string& name, std::optional<double>& value, const std::string& kind,
+                 const std::string& help);
 
   private:
     CLI::Option& decorated(CLI::Option& option, const std::string& kind) const;

@@ -27,7 +27,8 @@ struct Process {
 ExitStatus runCommand(Process& process, const CommandLine& line) {
     const auto options = withEnvironment(line.options(), processEnvironment);
     process.host = std::make_unique<Host>(
-        options, Host::Parts{*process.output, process.monitor, process.interrupt, process.mask});
+        options, Host::Parts{*process.output, process.monitor, process.interrupt, process.mask},
+        line.command());
     const auto status = line.command().run(*process.host);
     process.host->settle();
     return status;

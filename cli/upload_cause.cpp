@@ -20,13 +20,6 @@ std::size_t lengthOf(std::span<const std::string_view> pieces) {
     return length;
 }
 
-std::string joined(std::span<const std::string_view> pieces) {
-    std::string line;
-    line.reserve(lengthOf(pieces));
-    for (const auto piece : pieces) line += piece;
-    return line;
-}
-
 /// What follows `prefix`, where the line begins with it.
 std::optional<std::string> behind(std::string_view line, std::string_view prefix) {
     if (!line.starts_with(prefix)) return std::nullopt;
@@ -55,15 +48,6 @@ constexpr Saying sayings[] = {
     {"uploadProcessTask cancel", "it was cancelled"},
     {"file hasCancel", "it was cancelled"},
 };
-
-/// "CODE, msg = MESSAGE" in words.
-std::string refusal(const std::string& aim, std::string_view rest) {
-    constexpr std::string_view between = ", msg = ";
-    const auto end = std::min(rest.find(between), rest.size());
-    const auto code = std::strtoll(std::string(rest.substr(0, end)).c_str(), nullptr, 10);
-    const auto message = rest.substr(std::min(end + between.size(), rest.size()));
-    return failureText(aim, code, std::string(message));
-}
 
 /// Whether a line that begins like this may be of interest, by its first bytes alone: most lines are not.
 bool mayTell(std::string_view beginning) {
@@ -110,9 +94,24 @@ std::string failureText(const std::string& aim, std::int64_t code, const std::st
     return "the service refused " + aim + ": " + message;
 }
 
+std::string refusalText(const std::string& aim, std::string_view codeAndMessage) {
+    constexpr std::string_view between = ", msg = ";
+    const auto end = std::min(codeAndMessage.find(between), codeAndMessage.size());
+    const auto code = std::strtoll(std::string(codeAndMessage.substr(0, end)).c_str(), nullptr, 10);
+    const auto message = codeAndMessage.substr(std::min(end + between.size(), codeAndMessage.size()));
+    return failureText(aim, code, std::string(message));
+}
+
+std::string joinedLine(std::span<const std::string_view> pieces) {
+    std::string line;
+    line.reserve(lengthOf(pieces));
+    for (const auto piece : pieces) line += piece;
+    return line;
+}
+
 void UploadCause::read(std::span<const std::string_view> pieces) {
     if (!mayTell(Beginning(pieces).view()) || lengthOf(pieces) > longestLine) return;
-    readWhole(joined(pieces));
+    readWhole(joinedLine(pieces));
 }
 
 void UploadCause::readWhole(std::string_view line) {
@@ -120,9 +119,9 @@ void UploadCause::readWhole(std::string_view line) {
         std::lock_guard lock(mutex_);
         creation_ = std::move(*answer);
     } else if (const auto failed = behind(line, createFailed)) {
-        say(refusal("to create it", *failed));
+        say(refusalText("to create it", *failed));
     } else if (const auto unfinished = behind(line, completeFailed)) {
-        say(refusal("to complete it", *unfinished));
+        say(refusalText("to complete it", *unfinished));
     } else if (const auto message = behind(line, "file create failed:")) {
         baseapi::FilesCreateResponse response;
         std::unique_lock lock(mutex_);

@@ -35,4 +35,10 @@ class UploadCause {
 /// refused to create it: 507 quota exceeded". The aim may be a noun too, as in "the sign-in".
 std::string failureText(const std::string& aim, std::int64_t code, const std::string& message);
 
+/// The same from "507, msg = quota exceeded", as a log line ends that tells of a failure.
+std::string refusalText(const std::string& aim, std::string_view codeAndMessage);
+
+/// One line of the log in one piece.
+std::string joinedLine(std::span<const std::string_view> pieces);
+
 }  // namespace quillbox

@@ -5,7 +5,7 @@
 namespace baseapi {
 
 /// What stands for the photo library of a system that lends none: its permission is not granted.
-class NoPhotoLibrary final : public PhotoLibrary {
+class NoPhotoLibrary : public PhotoLibrary {
   public:
     int authorizationStatus() override { return 2; }
     std::vector<PhotoAsset> fetchAssets(PhotoAsset::MediaType) override { return {}; }

@@ -1,4 +1,3 @@
-#include <chrono>
 #include <fstream>
 #include <iostream>
 #include <optional>
@@ -94,9 +93,7 @@ class Call : public Command {
 
         host.interrupt().setWork({[] {}, [name] { return "the answer to " + name; }});
         const auto result = std::make_shared<std::optional<OperationResult>>();
-        const auto limit =
-            Monitor::Clock::now() + std::chrono::duration_cast<Monitor::Clock::duration>(
-                                        std::chrono::duration<double>(std::min(wait_, longestWait)));
+        const auto limit = Monitor::after(wait_);
         operation.call(std::move(arguments), [result, &monitor = host.monitor()](OperationResult answer) {
             monitor.change([&] { result->emplace(std::move(answer)); });
         });
@@ -120,9 +117,6 @@ class Call : public Command {
                      {name + ": " + std::to_string(failure.code) + " " + failure.message, Line::Mark::bad});
         return ExitStatus::failure;
     }
-
-    // A year; a clock cannot count to any number of seconds.
-    static constexpr double longestWait = 365.0 * 24 * 3600;
 
     std::optional<std::string> operation_;
     std::optional<std::string> record_;
