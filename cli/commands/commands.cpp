@@ -19,6 +19,10 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     all.push_back(makeScopeAdd());
     all.push_back(makeScopeRemove());
     all.push_back(makeRecords());
+    all.push_back(makeBackupDirs());
+    all.push_back(makeBackupAlbum());
+    all.push_back(makeBackupContacts());
+    all.push_back(makeRestoreContacts());
     all.push_back(makeCall());
     all.push_back(makeDoctor());
     return all;

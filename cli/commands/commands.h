@@ -7,6 +7,9 @@
 namespace quillbox {
 
 // Each function makes the command of the file of its name.
+std::unique_ptr<Command> makeBackupAlbum();
+std::unique_ptr<Command> makeBackupContacts();
+std::unique_ptr<Command> makeBackupDirs();
 std::unique_ptr<Command> makeCall();
 std::unique_ptr<Command> makeDetail();
 std::unique_ptr<Command> makeDevices();
@@ -17,6 +20,7 @@ std::unique_ptr<Command> makeMkdir();
 std::unique_ptr<Command> makePath();
 std::unique_ptr<Command> makeRecords();
 std::unique_ptr<Command> makeRename();
+std::unique_ptr<Command> makeRestoreContacts();
 std::unique_ptr<Command> makeScopeAdd();
 std::unique_ptr<Command> makeScopeRemove();
 std::unique_ptr<Command> makeScopes();

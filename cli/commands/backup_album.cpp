@@ -1,0 +1,52 @@
+#include <memory>
+#include <string>
+
+#include "baseapi/core/cloud_instance.h"
+#include "cli/commands/commands.h"
+#include "cli/file_backup.h"
+#include "cli/host.h"
+#include "cli/lent_photo_library.h"
+#include "cli/options.h"
+
+namespace quillbox {
+namespace {
+
+class BackupAlbum : public Command {
+  public:
+    std::string name() const override { return "backup album"; }
+    std::string description() const override { return "Back up the pictures and videos of a folder"; }
+
+    void addOptions(Options& options) override {
+        options_.addFileOptions(options);
+        options.requiredText("--photos", folder_, "DIR",
+                             "The folder; pictures and videos go by their suffix");
+    }
+
+    void equip(const Equipment& equipment) override {
+        library_ = std::make_shared<LentPhotoLibrary>(folder_, backup_.journal(), equipment.output);
+        equipment.platform.photoLibrary = library_;
+        backup_.equip(equipment);
+    }
+
+    ExitStatus run(Host& host) override {
+        const auto status =
+            backup_.run(host, baseapi::CloudInstance::shared().getPhoneBackupImpl(), options_);
+        library_->removeCopies();
+        return status;
+    }
+
+  private:
+    BackupOptions options_;
+    std::string folder_;
+    std::shared_ptr<LentPhotoLibrary> library_;
+    FileBackup backup_{{"101", "the backup of the album", &baseapi::IPhoneBackup::backupAlbum},
+                       [this](const std::string& path) { return library_->originalOf(path); }};
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeBackupAlbum() {
+    return std::make_unique<BackupAlbum>();
+}
+
+}  // namespace quillbox
