@@ -33,10 +33,12 @@ std::string comparisonName(const AddressBookContact& contact, AddressBook& names
 
 /// Calls `take` with the digits of each phone number that has some, behind the contact's name. Equal names
 /// and an equal number are thus one equal key: digits hold no line end, so the two parts cannot be confused.
+/// `key` lends its room.
 template <class Function>
-void forEachKey(const AddressBookContact& contact, AddressBook& names, Function take) {
+void forEachKey(const AddressBookContact& contact, AddressBook& names, std::string& key, Function take) {
     if (contact.phoneNumbers.empty()) return;
-    std::string key = lowerCased(withoutWhitespaceAround(comparisonName(contact, names)));
+    key.clear();
+    appendLowerCased(withoutWhitespaceAround(comparisonName(contact, names)), key);
     if (key.empty()) return;
     key += '\n';
     const auto nameLength = key.size();
@@ -51,41 +53,54 @@ void forEachKey(const AddressBookContact& contact, AddressBook& names, Function 
 
 class DuplicateIndex::Keys {
   public:
-    explicit Keys(std::size_t expected) { keys_.reserve(expected); }
-
     bool empty() const { return keys_.empty(); }
-    bool contains(std::string_view key) const { return keys_.contains(key); }
-    void add(std::string_view key) {
-        auto* const place = static_cast<char*>(memory_.allocate(key.size(), 1));
-        std::memcpy(place, key.data(), key.size());
-        keys_.emplace(place, key.size());
+    bool contains(std::string_view text) const { return keys_.contains(Key(text)); }
+    void add(std::string_view text) {
+        Key key(text);
+        if (keys_.contains(key)) return;
+        auto* const place = static_cast<char*>(memory_.allocate(text.size(), 1));
+        std::memcpy(place, text.data(), text.size());
+        key.text = {place, text.size()};
+        keys_.insert(key);
     }
 
+    /// For a key in the making.
+    std::string scratch;
+
   private:
+    /// Knows its hash, so that the set grows without a look at the texts.
+    struct Key {
+        explicit Key(std::string_view of) : hash(std::hash<std::string_view>()(of)), text(of) {}
+        bool operator==(const Key&) const = default;
+
+        std::size_t hash;
+        std::string_view text;
+    };
+    struct HashOf {
+        std::size_t operator()(const Key& key) const { return key.hash; }
+    };
+
     // The bytes of the keys, one behind the other.
     std::pmr::monotonic_buffer_resource memory_{64 * 1024};
-    boost::unordered_flat_set<std::string_view, std::hash<std::string_view>> keys_;
+    boost::unordered_flat_set<Key, HashOf> keys_;
 };
 
-DuplicateIndex::DuplicateIndex(AddressBook& names, std::size_t expected)
-    : names_(names), keys_(std::make_unique<Keys>(expected)) {}
+DuplicateIndex::DuplicateIndex(AddressBook& names) : names_(names), keys_(std::make_unique<Keys>()) {}
 
 DuplicateIndex::~DuplicateIndex() = default;
 
-bool DuplicateIndex::empty() const {
-    return keys_->empty();
-}
-
 void DuplicateIndex::add(const AddressBookContact& contact) {
-    forEachKey(contact, names_, [&](std::string_view key) {
+    forEachKey(contact, names_, keys_->scratch, [&](std::string_view key) {
         keys_->add(key);
         return false;
     });
 }
 
-bool DuplicateIndex::knows(const AddressBookContact& contact) const {
+bool DuplicateIndex::knows(const AddressBookContact& contact) {
+    if (keys_->empty()) return false;
     bool known = false;
-    forEachKey(contact, names_, [&](std::string_view key) { return known = keys_->contains(key); });
+    forEachKey(contact, names_, keys_->scratch,
+               [&](std::string_view key) { return known = keys_->contains(key); });
     return known;
 }
 

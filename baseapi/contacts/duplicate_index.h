@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 
 #include "baseapi/platform/address_book.h"
@@ -11,16 +10,14 @@ namespace baseapi {
 /// is like no other.
 class DuplicateIndex {
   public:
-    /// The address book gives the full names; it must outlive the index. There is room at once for `expected`
-    /// phone numbers.
-    DuplicateIndex(AddressBook& names, std::size_t expected);
+    /// The address book gives the full names; it must outlive the index.
+    explicit DuplicateIndex(AddressBook& names);
     ~DuplicateIndex();
 
     void add(const AddressBookContact& contact);
 
-    bool empty() const;
     /// Whether a contact of the same name and with one of the same phone numbers was added.
-    bool knows(const AddressBookContact& contact) const;
+    bool knows(const AddressBookContact& contact);
 
   private:
     class Keys;

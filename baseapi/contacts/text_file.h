@@ -7,6 +7,9 @@
 
 namespace baseapi {
 
+/// Throws `std::runtime_error` with the path for what is no UTF-8 text.
+void requireUTF8(std::string_view text, const std::filesystem::path& path);
+
 /// A whole file of UTF-8 text in memory.
 class TextFile {
   public:

@@ -8,12 +8,23 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
+#include <span>
 
 namespace baseapi {
 namespace {
 
 bool isASCII(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// Whether each letter is of ASCII or from U+3000 to U+9FFF, by its first byte: those are Chinese and
+/// Japanese, which have no case.
+bool hasCaseInASCIIAlone(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0xC0 || (byte >= 0xE3 && byte <= 0xE9);
+    });
 }
 
 bool isLineEnd(UChar32 letter) {
@@ -28,6 +39,7 @@ constexpr auto mayBeginLineEnd = [] {
 }();
 
 bool isBlank(UChar32 letter) {
+    if (letter < 0x80) return letter == ' ' || letter == '\t';
     return u_isblank(letter);
 }
 
@@ -37,6 +49,7 @@ bool isWhitespace(UChar32 letter) {
 
 /// The letter that begins at `at`, which goes on behind it; negative where the bytes are none.
 UChar32 nextLetter(std::string_view text, std::size_t& at) {
+    if (static_cast<unsigned char>(text[at]) < 0x80) return text[at++];
     UChar32 letter;
     U8_NEXT(text.data(), at, text.size(), letter);
     return letter;
@@ -44,6 +57,8 @@ UChar32 nextLetter(std::string_view text, std::size_t& at) {
 
 /// The letter that ends at the text's end, and its length; negative where the bytes are none.
 UChar32 lastLetter(std::string_view text, std::size_t& length) {
+    length = 1;
+    if (static_cast<unsigned char>(text.back()) < 0x80) return text.back();
     const auto tail = text.substr(text.size() - std::min<std::size_t>(text.size(), U8_MAX_LENGTH));
     const auto size = static_cast<std::int32_t>(tail.size());
     auto begin = size;
@@ -85,15 +100,22 @@ std::string upperCased(std::string_view text) {
 
 std::string lowerCased(std::string_view text) {
     std::string lower;
-    if (isASCII(text)) {
-        lower.resize(text.size());
-        std::ranges::transform(text, lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
+    appendLowerCased(text, lower);
+    return lower;
+}
+
+void appendLowerCased(std::string_view text, std::string& lower) {
+    if (hasCaseInASCIIAlone(text)) {
+        const auto begin = lower.size();
+        lower.append(text);
+        std::ranges::transform(std::span(lower).subspan(begin),
+                               lower.begin() + static_cast<std::ptrdiff_t>(begin),
+                               [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
     } else {
         icu::StringByteSink<std::string> sink(&lower);
         UErrorCode status = U_ZERO_ERROR;
         icu::CaseMap::utf8ToLower("", 0, text, sink, nullptr, status);
     }
-    return lower;
 }
 
 std::string_view withoutBlanksAround(std::string_view text) {
@@ -105,15 +127,20 @@ std::string_view withoutWhitespaceAround(std::string_view text) {
 }
 
 void appendDecimalDigits(std::string_view text, std::string& digits) {
+    const auto length = digits.size();
+    digits.resize(length + text.size());
+    char* end = digits.data() + length;
     for (std::size_t at = 0; at < text.size();) {
         const auto begin = at;
         if (const char c = text[at]; static_cast<unsigned char>(c) < 0x80) {
-            if (c >= '0' && c <= '9') digits += c;
+            *end = c;
+            end += c >= '0' && c <= '9';
             ++at;
-            continue;
+        } else if (u_isdigit(nextLetter(text, at))) {
+            end = std::copy(text.data() + begin, text.data() + at, end);
         }
-        if (u_isdigit(nextLetter(text, at))) digits.append(text, begin, at - begin);
     }
+    digits.resize(static_cast<std::size_t>(end - digits.data()));
 }
 
 std::size_t lineEndLength(std::string_view text) {
@@ -126,6 +153,21 @@ std::size_t findLineEnd(std::string_view text) {
         if (mayBeginLineEnd[static_cast<unsigned char>(text[at])] && lineEndLength(text.substr(at)) > 0)
             return at;
     return text.size();
+}
+
+bool hasPlainLineEnds(std::string_view text) {
+    if (text.empty()) return true;
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto last = text.size() - 1;
+    const auto isOther = [](std::uint8_t byte) {
+        return static_cast<std::uint8_t>((byte == 0x0B) | (byte == 0x0C) | ((byte & 0xDF) == 0xC2));
+    };
+    // Without a branch, so that the compiler looks at many bytes at once.
+    std::uint8_t other = isOther(bytes[last]) | (bytes[last] == '\r');
+    for (std::size_t at = 0; at < last; ++at)
+        other |=
+            isOther(bytes[at]) | static_cast<std::uint8_t>((bytes[at] == '\r') & (bytes[at + 1] != '\n'));
+    return other == 0;
 }
 
 }  // namespace baseapi

@@ -11,6 +11,7 @@ namespace baseapi {
 /// The text in upper or lower case, of no particular language.
 std::string upperCased(std::string_view text);
 std::string lowerCased(std::string_view text);
+void appendLowerCased(std::string_view text, std::string& lower);
 
 /// The text without the tabs and Unicode's blanks at both ends.
 std::string_view withoutBlanksAround(std::string_view text);
@@ -27,5 +28,8 @@ std::size_t lineEndLength(std::string_view text);
 
 /// The place of the first line end in the text, its length where there is none.
 std::size_t findLineEnd(std::string_view text);
+
+/// Whether the text has no line ends but LF and CR LF. May miss that, and is much cheaper than the above.
+bool hasPlainLineEnds(std::string_view text);
 
 }  // namespace baseapi

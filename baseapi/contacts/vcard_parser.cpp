@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <optional>
+#include <string>
 #include <utility>
 
 #include "baseapi/contacts/unicode_text.h"
@@ -11,7 +11,6 @@
 namespace baseapi {
 namespace {
 
-constexpr std::string_view beginOfCard = "BEGIN:VCARD";
 constexpr std::string_view endOfCard = "END:VCARD";
 constexpr std::string_view typeParameter = "TYPE=";
 
@@ -54,93 +53,124 @@ std::string_view lastValue(std::string_view line) {
     return colon == line.npos ? std::string_view() : withoutBlanksAround(line.substr(colon + 1));
 }
 
-/// One card on its way to a contact.
-class Card {
+/// A value and the label that the address book gives it.
+struct Labeled {
+    std::string_view label;
+    std::string_view value;
+};
+
+/// The text's first line, which is taken off the text with its end.
+std::string_view cutAnyLine(std::string_view& text) {
+    const auto line = text.substr(0, findLineEnd(text));
+    text.remove_prefix(line.size());
+    text.remove_prefix(lineEndLength(text));
+    return line;
+}
+
+/// The same of a text whose line ends are LF and CR LF.
+std::string_view cutPlainLine(std::string_view& text) {
+    auto line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
+/// Reads one card after the other. What it finds are views into the text, until a card proves usable.
+class CardReader {
   public:
+    /// Nothing where nobody could find the contact by a name.
+    SharedContact read(std::string_view text) {
+        card_.clear();
+        const auto cutLine = hasPlainLineEnds(text) ? cutPlainLine : cutAnyLine;
+        while (!text.empty()) take(withoutBlanksAround(cutLine(text)));
+        const bool usable =
+            !card_.givenName.empty() || !card_.familyName.empty() || !card_.organizationName.empty();
+        return usable ? contact() : nullptr;
+    }
+
+  private:
+    struct Card {
+        std::string_view givenName, familyName, middleName, organizationName, jobTitle, note;
+        std::vector<Labeled> phones, emails;
+
+        /// The lists keep their room for the next card.
+        void clear() {
+            givenName = familyName = middleName = organizationName = jobTitle = note = {};
+            phones.clear();
+            emails.clear();
+        }
+    };
+
     /// The line without blanks around it. The first prefix that fits decides.
     void take(std::string_view line) {
         if (line.starts_with("N:")) {
             takeNames(line.substr(2));
         } else if (line.starts_with("FN:")) {
-            if (contact_->familyName.empty() && contact_->givenName.empty())
-                contact_->givenName = line.substr(3);
+            if (card_.familyName.empty() && card_.givenName.empty()) card_.givenName = line.substr(3);
         } else if (line.starts_with("TEL;")) {
-            takePhone(line);
+            takeValue(line, phoneLabels, CNLabelPhoneNumberMain, card_.phones);
         } else if (line.starts_with("EMAIL;")) {
-            takeEmail(line);
+            takeValue(line, emailLabels, CNLabelOther, card_.emails);
         } else if (line.starts_with("ORG:")) {
-            contact_->organizationName = line.substr(4);
+            card_.organizationName = line.substr(4);
         } else if (line.starts_with("TITLE:")) {
-            contact_->jobTitle = line.substr(6);
+            card_.jobTitle = line.substr(6);
         } else if (line.starts_with("NOTE:")) {
-            contact_->note = line.substr(5);
+            card_.note = line.substr(5);
         }
     }
 
-    /// Nothing where nobody could find the contact by a name.
-    SharedContact finish() && {
-        const auto& contact = *contact_;
-        const bool usable =
-            !contact.givenName.empty() || !contact.familyName.empty() || !contact.organizationName.empty();
-        return usable ? std::move(contact_) : nullptr;
-    }
-
-  private:
     /// Two to four components are family and given name, five or more have the middle name too; one is none.
     void takeNames(std::string_view names) {
         const auto components = std::ranges::count(names, ';') + 1;
         if (components < 2) return;
-        for (auto* name : {&contact_->familyName, &contact_->givenName, &contact_->middleName}) {
-            if (name == &contact_->middleName && components < 5) return;
+        for (auto* name : {&card_.familyName, &card_.givenName, &card_.middleName}) {
+            if (name == &card_.middleName && components < 5) return;
             const auto component = names.substr(0, names.find(';'));
             if (!component.empty()) *name = component;
             names.remove_prefix(std::min(component.size() + 1, names.size()));
         }
     }
 
-    void takePhone(std::string_view line) {
-        const auto number = lastValue(line);
-        if (number.empty()) return;
-        auto& phone = contact_->phoneNumbers.emplace_back();
-        phone.label.emplace(labelOf(line, phoneLabels, CNLabelPhoneNumberMain));
-        phone.value.stringValue = number;
+    template <std::size_t size>
+    static void takeValue(std::string_view line, const std::array<KindLabel, size>& table,
+                          std::string_view otherwise, std::vector<Labeled>& values) {
+        if (const auto value = lastValue(line); !value.empty())
+            values.push_back({labelOf(line, table, otherwise), value});
     }
 
-    void takeEmail(std::string_view line) {
-        const auto address = lastValue(line);
-        if (address.empty()) return;
-        auto& email = contact_->emailAddresses.emplace_back();
-        email.label.emplace(labelOf(line, emailLabels, CNLabelOther));
-        email.value = address;
+    SharedContact contact() const {
+        auto contact = std::make_shared<AddressBookContact>();
+        contact->givenName = card_.givenName;
+        contact->familyName = card_.familyName;
+        contact->middleName = card_.middleName;
+        contact->organizationName = card_.organizationName;
+        contact->jobTitle = card_.jobTitle;
+        contact->note = card_.note;
+        contact->phoneNumbers.reserve(card_.phones.size());
+        for (const auto& [label, number] : card_.phones)
+            contact->phoneNumbers.push_back({std::string(label), {std::string(number)}});
+        contact->emailAddresses.reserve(card_.emails.size());
+        for (const auto& [label, address] : card_.emails)
+            contact->emailAddresses.push_back({std::string(label), std::string(address)});
+        return contact;
     }
 
-    std::shared_ptr<AddressBookContact> contact_ = std::make_shared<AddressBookContact>();
+    Card card_;
 };
-
-SharedContact parseVCard(std::string_view text) {
-    Card card;
-    while (!text.empty()) {
-        const auto line = text.substr(0, findLineEnd(text));
-        card.take(withoutBlanksAround(line));
-        text.remove_prefix(line.size());
-        text.remove_prefix(lineEndLength(text));
-    }
-    return std::move(card).finish();
-}
 
 }  // namespace
 
-std::vector<SharedContact> parseVCardText(std::string_view text) {
-    std::vector<SharedContact> contacts;
+void parseVCardText(std::string_view text, const FoundContact& found) {
+    CardReader reader;
     for (auto begin = text.find(beginOfCard); begin != text.npos;) {
         const auto next = text.find(beginOfCard, begin + beginOfCard.size());
         const auto card = text.substr(begin, next - begin);
         begin = next;
         // Nearly always at the very end, so it is looked for from there.
         if (card.rfind(endOfCard) == card.npos) continue;
-        if (auto contact = parseVCard(card)) contacts.push_back(std::move(contact));
+        if (auto contact = reader.read(card)) found(std::move(contact));
     }
-    return contacts;
 }
 
 }  // namespace baseapi

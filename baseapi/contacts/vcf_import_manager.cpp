@@ -1,13 +1,14 @@
 #include "baseapi/contacts/vcf_import_manager.h"
 
+#include <algorithm>
 #include <exception>
 #include <filesystem>
-#include <optional>
+#include <iterator>
+#include <utility>
 
 #include "baseapi/contacts/contact_keys.h"
 #include "baseapi/contacts/duplicate_index.h"
-#include "baseapi/contacts/text_file.h"
-#include "baseapi/contacts/vcard_parser.h"
+#include "baseapi/contacts/vcard_file.h"
 #include "baseapi/core/log.h"
 #include "baseapi/platform/platform.h"
 
@@ -18,12 +19,27 @@ AddressBook& store() {
     return *platform().addressBook;
 }
 
-std::optional<std::vector<SharedContact>> parseVCFFile(const std::filesystem::path& path) try {
-    const TextFile file(path);
-    return parseVCardText(file.text());
+/// What a file brings. A contact is indexed as it is read, while it is in the processor's cache.
+struct Imported {
+    std::vector<SharedContact> contacts;
+    DuplicateIndex index{store()};
+};
+
+bool parseVCFFile(const std::filesystem::path& path, Imported& imported) try {
+    parseVCardFile(path, [&](SharedContact contact) {
+        imported.index.add(*contact);
+        imported.contacts.push_back(std::move(contact));
+    });
+    return true;
 } catch (const std::exception& error) {
     logLine("parseVCFFile error: ", std::string_view(error.what()));
-    return std::nullopt;
+    return false;
+}
+
+template <class Function>
+void forEachLocalContact(Function take) {
+    if (const auto error = store().enumerateContacts(comparedContactKeys, take))
+        logLine("获取本地通讯录失败: ", error->message);
 }
 
 std::int64_t saveContactsOneByOne(std::span<const SharedContact> imported) {
@@ -40,9 +56,11 @@ std::int64_t saveContactsOneByOne(std::span<const SharedContact> imported) {
     return successes;
 }
 
-void deleteDuplicatesOf(std::span<const SharedContact> imported) {
-    const auto duplicates = VCFImportManager::findDuplicateContactsToDeleteEfficient(
-        VCFImportManager::getLocalMutableContactsForComparison(), imported);
+void deleteDuplicatesOf(DuplicateIndex& index) {
+    std::vector<SharedContact> duplicates;
+    forEachLocalContact([&](SharedContact contact) {
+        if (index.knows(*contact)) duplicates.push_back(std::move(contact));
+    });
     if (const auto error = store().execute({.deleted = duplicates})) {
         logLine("删除联系人失败: ", error->message);
     } else {
@@ -50,14 +68,15 @@ void deleteDuplicatesOf(std::span<const SharedContact> imported) {
     }
 }
 
-std::int64_t saveContactsToAddressBook(std::span<const SharedContact> imported) {
-    deleteDuplicatesOf(imported);
-    if (const auto error = store().execute({.added = imported})) {
+std::int64_t saveContactsToAddressBook(Imported& imported) {
+    const auto& contacts = imported.contacts;
+    deleteDuplicatesOf(imported.index);
+    if (const auto error = store().execute({.added = contacts})) {
         logLine("saveContactsToAddressBook error: ", error->message);
-        return saveContactsOneByOne(imported);
+        return saveContactsOneByOne(contacts);
     }
-    logLine("saveContactsToAddressBook success count = ", imported.size());
-    return static_cast<std::int64_t>(imported.size());
+    logLine("saveContactsToAddressBook success count = ", contacts.size());
+    return static_cast<std::int64_t>(contacts.size());
 }
 
 }  // namespace
@@ -69,37 +88,32 @@ std::int64_t VCFImportManager::importContactsFromVCF(const URL& vcfFileURL) {
         logLine("importContactsFromVCF file not exist: ", path.native());
         return -1;
     }
-    const auto imported = parseVCFFile(path);
-    if (!imported) {
+    Imported imported;
+    if (!parseVCFFile(path, imported)) {
         logLine("importContactsFromVCF parseVCFFile error");
         return -1;
     }
-    if (imported->empty()) {
+    if (imported.contacts.empty()) {
         logLine("importContactsFromVCF no contacts");
         return 0;
     }
-    logLine("importContactsFromVCF get count = ", imported->size());
-    return saveContactsToAddressBook(*imported);
+    logLine("importContactsFromVCF get count = ", imported.contacts.size());
+    return saveContactsToAddressBook(imported);
 }
 
 std::vector<SharedContact> VCFImportManager::getLocalMutableContactsForComparison() {
     std::vector<SharedContact> contacts;
-    const auto error = store().enumerateContacts(
-        comparedContactKeys, [&](SharedContact contact) { contacts.push_back(std::move(contact)); });
-    if (error) logLine("获取本地通讯录失败: ", error->message);
+    forEachLocalContact([&](SharedContact contact) { contacts.push_back(std::move(contact)); });
     return contacts;
 }
 
 std::vector<SharedContact> VCFImportManager::findDuplicateContactsToDeleteEfficient(
     std::span<const SharedContact> localContacts, std::span<const SharedContact> cloudContacts) {
-    std::size_t phoneNumbers = 0;
-    for (const auto& contact : cloudContacts) phoneNumbers += contact->phoneNumbers.size();
-    DuplicateIndex index(store(), phoneNumbers);
+    DuplicateIndex index(store());
     for (const auto& contact : cloudContacts) index.add(*contact);
     std::vector<SharedContact> duplicates;
-    if (index.empty()) return duplicates;
-    for (const auto& contact : localContacts)
-        if (index.knows(*contact)) duplicates.push_back(contact);
+    std::ranges::copy_if(localContacts, std::back_inserter(duplicates),
+                         [&](const auto& contact) { return index.knows(*contact); });
     return duplicates;
 }
 

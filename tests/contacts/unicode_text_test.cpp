@@ -1,6 +1,8 @@
 #include "baseapi/contacts/unicode_text.h"
 
 #include <gtest/gtest.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
 
 namespace {
 
@@ -18,6 +20,30 @@ TEST(UnicodeTextTest, LettersOfAllScriptsHaveACase) {
     EXPECT_EQ(upperCased("home,Fax é"), "HOME,FAX É");
     EXPECT_EQ(upperCased("work"), "WORK");
     EXPECT_EQ(lowerCased(""), "");
+}
+
+TEST(UnicodeTextTest, ChineseAndJapaneseLettersStayAsTheyAre) {
+    for (UChar32 letter = 0x3000; letter <= 0x9FFF; ++letter) {
+        ASSERT_EQ(u_tolower(letter), letter);
+        std::string text;
+        icu::UnicodeString(letter).toUTF8String(text);
+        ASSERT_EQ(lowerCased(text + "A"), text + "a");
+    }
+    EXPECT_EQ(lowerCased("李Ä"), "李ä");
+}
+
+TEST(UnicodeTextTest, BytesThatAreNoLetterHaveNoCase) {
+    for (const std::string bytes : {"\xE6", "\xE6\x9D", "\x80", "\xFF", "\xC3"}) {
+        EXPECT_EQ(lowerCased(bytes + "A"), bytes + "a");
+        EXPECT_EQ(lowerCased(bytes + "Ä"), bytes + "ä");
+    }
+}
+
+TEST(UnicodeTextTest, LowerCaseIsAppended) {
+    std::string text = "Ä";
+    appendLowerCased("AB", text);
+    appendLowerCased("Ä", text);
+    EXPECT_EQ(text, "Äabä");
 }
 
 TEST(UnicodeTextTest, ACaseMayChangeTheLength) {
@@ -66,6 +92,14 @@ TEST(UnicodeTextTest, BytesThatAreNoLettersDoNoHarm) {
               "12");
     EXPECT_EQ(findLineEnd("\xe2\x80"), 2u);
     EXPECT_EQ(lowerCased("A\xff"), "a\xff");
+}
+
+TEST(UnicodeTextTest, PlainLineEndsAreThoseOfUnixAndOfTheNetwork) {
+    for (const std::string_view plain : {"", "a", "a\n", "a\r\nb\n\n", "李\r\n雷", "\r\n"})
+        EXPECT_TRUE(hasPlainLineEnds(plain)) << plain;
+    for (const std::string_view other :
+         {"\r", "a\rb", "a\n\r", "\va", "a\f", "a\u0085b", "a\u2028", "\u2029a"})
+        EXPECT_FALSE(hasPlainLineEnds(other)) << other;
 }
 
 }  // namespace

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <algorithm>
+#include <charconv>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
-#include <unordered_set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -62,7 +63,7 @@ class AddressBookDouble : public baseapi::AddressBook {
             if (auto why = plan.refusal(request)) return baseapi::AddressBookError{*std::move(why)};
         if (!erase(request.deleted)) return baseapi::AddressBookError{"no such contact"};
         contacts_.reserve(contacts_.size() + request.added.size());
-        for (const auto& contact : request.added) contacts_.push_back(identified(*contact));
+        for (const auto& contact : request.added) contacts_.push_back({contact, ++lastNumber_});
         return std::nullopt;
     }
 
@@ -81,12 +82,14 @@ class AddressBookDouble : public baseapi::AddressBook {
     /// Puts a contact in, past plan and memory.
     void put(const baseapi::AddressBookContact& contact) {
         std::lock_guard lock(mutex_);
-        contacts_.push_back(identified(contact));
+        auto copy = std::make_shared<baseapi::AddressBookContact>(contact);
+        identify(*copy, ++lastNumber_);
+        contacts_.push_back({std::move(copy), lastNumber_, true});
     }
-    std::vector<baseapi::AddressBookContact> contacts() const {
+    std::vector<baseapi::AddressBookContact> contacts() {
         std::lock_guard lock(mutex_);
         std::vector<baseapi::AddressBookContact> contacts;
-        for (const auto& contact : contacts_) contacts.push_back(*contact);
+        for (auto& kept : contacts_) contacts.push_back(*identified(kept));
         return contacts;
     }
     std::size_t size() const {
@@ -109,17 +112,28 @@ class AddressBookDouble : public baseapi::AddressBook {
         contacts_.clear();
         requests_.clear();
         keys_.clear();
-        lastIdentifier_ = 0;
+        lastNumber_ = 0;
     }
     /// From now on no request is remembered.
     void forgetRequests() { remembers_ = false; }
 
   private:
+    /// A contact that was added is kept as it was given, and gets its identifier when it is first asked for.
+    struct Kept {
+        baseapi::SharedContact contact;
+        std::size_t number;
+        bool identified = false;
+    };
+    static constexpr std::string_view identifierStart = "contact-";
+
     std::vector<baseapi::SharedContact> noteAndCopy(std::span<const baseapi::ContactKey> keys) {
         std::lock_guard lock(mutex_);
         keys_.assign(keys.begin(), keys.end());
         if (plan.status != AuthorizationStatus::authorized) return {};
-        return contacts_;
+        std::vector<baseapi::SharedContact> contacts;
+        contacts.reserve(contacts_.size());
+        for (auto& kept : contacts_) contacts.push_back(identified(kept));
+        return contacts;
     }
 
     static baseapi::SharedContact withKeys(baseapi::SharedContact contact,
@@ -137,32 +151,57 @@ class AddressBookDouble : public baseapi::AddressBook {
         return partial;
     }
 
-    baseapi::SharedContact identified(const baseapi::AddressBookContact& contact) {
-        auto copy = std::make_shared<baseapi::AddressBookContact>(contact);
-        copy->identifier = "contact-" + std::to_string(++lastIdentifier_);
-        return copy;
+    static void identify(baseapi::AddressBookContact& contact, std::size_t number) {
+        contact.identifier = std::string(identifierStart) + std::to_string(number);
+    }
+
+    static const baseapi::SharedContact& identified(Kept& kept) {
+        if (!kept.identified) {
+            auto copy = std::make_shared<baseapi::AddressBookContact>(*kept.contact);
+            identify(*copy, kept.number);
+            kept.contact = std::move(copy);
+            kept.identified = true;
+        }
+        return kept.contact;
+    }
+
+    /// 0 for a contact of no address book.
+    static std::size_t numberOf(const baseapi::AddressBookContact& contact) {
+        const std::string_view identifier = contact.identifier;
+        std::size_t number = 0;
+        if (identifier.starts_with(identifierStart))
+            std::from_chars(identifier.data() + identifierStart.size(), identifier.data() + identifier.size(),
+                            number);
+        return number;
     }
 
     /// All of them or, where one is not there, none.
     bool erase(std::span<const baseapi::SharedContact> deleted) {
-        if (deleted.empty()) return true;
-        std::unordered_set<std::string_view> identifiers;
-        identifiers.reserve(deleted.size());
-        for (const auto& contact : deleted) identifiers.insert(contact->identifier);
-        std::vector<baseapi::SharedContact> kept;
-        kept.reserve(contacts_.size());
-        for (const auto& contact : contacts_)
-            if (!identifiers.contains(contact->identifier)) kept.push_back(contact);
-        if (kept.size() + identifiers.size() != contacts_.size()) return false;
-        contacts_ = std::move(kept);
+        std::vector<std::size_t> numbers;
+        numbers.reserve(deleted.size());
+        for (const auto& contact : deleted) numbers.push_back(numberOf(*contact));
+        std::ranges::sort(numbers);
+        numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+        if (!std::ranges::includes(contacts_, numbers, {}, &Kept::number)) return false;
+        std::vector<Kept> left;
+        left.reserve(contacts_.size() - numbers.size());
+        auto gone = numbers.begin();
+        for (auto& kept : contacts_) {
+            if (gone != numbers.end() && *gone == kept.number)
+                ++gone;
+            else
+                left.push_back(std::move(kept));
+        }
+        contacts_ = std::move(left);
         return true;
     }
 
     mutable std::mutex mutex_;
-    std::vector<baseapi::SharedContact> contacts_;
+    /// In the order of their numbers.
+    std::vector<Kept> contacts_;
     std::vector<Request> requests_;
     std::vector<baseapi::ContactKey> keys_;
-    std::size_t lastIdentifier_ = 0;
+    std::size_t lastNumber_ = 0;
     bool remembers_ = true;
 };
 
