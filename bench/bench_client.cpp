@@ -16,10 +16,12 @@
 #include "baseapi/api/files/records.h"
 #include "baseapi/core/named_operation_queue.h"
 #include "baseapi/json/codec.h"
+#include "bench/contacts.h"
 #include "bench/curl_calls.h"
 #include "bench/file_page.h"
 #include "bench/library.h"
 #include "bench/measure.h"
+#include "bench/phone_backup.h"
 #include "bench/require.h"
 #include "bench/transfer_baselines.h"
 #include "hostkit/slice_file.h"
@@ -51,11 +53,6 @@ std::vector<Part> partsOf(const std::filesystem::path& file) {
     for (std::int64_t offset = 0; offset < size; offset += partSize)
         parts.push_back({offset, std::min(partSize, size - offset)});
     return parts;
-}
-
-void printSeconds(double seconds) {
-    std::printf("{\"seconds\":%.6f,\"processorSeconds\":%.6f,\"peakMiB\":%.1f}\n", seconds,
-                processorSeconds(), peakMemory());
 }
 
 double secondsOfCalls(Caller& caller, int count, int width) {
@@ -90,7 +87,7 @@ void calls(const Arguments& arguments) {
 /// upload PORT FILE
 void upload(const Arguments& arguments) {
     openSession(address(arguments.at(0)));
-    printSeconds(secondsOf([&] { uploadWithLibrary(arguments.at(1)); }));
+    printMeasured([&] { uploadWithLibrary(arguments.at(1)); });
 }
 
 /// upload-all PORT FOLDER WIDTH: every file of the folder, so many of them at once
@@ -99,7 +96,7 @@ void uploadAll(const Arguments& arguments) {
     std::vector<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::directory_iterator(arguments.at(1)))
         files.push_back(entry.path());
-    printSeconds(secondsOf([&] {
+    printMeasured([&] {
         std::atomic<std::size_t> next = 0;
         std::vector<std::jthread> threads;
         for (int i = 0; i < std::stoi(arguments.at(2)); ++i)
@@ -107,7 +104,7 @@ void uploadAll(const Arguments& arguments) {
                 for (std::size_t file; (file = next.fetch_add(1)) < files.size();)
                     uploadWithLibrary(files[file]);
             });
-    }));
+    });
 }
 
 /// decode COUNT: a page of 1,000 files, so many times
@@ -122,14 +119,14 @@ void decode(const Arguments& arguments) {
 
 /// hash FILE
 void hash(const Arguments& arguments) {
-    printSeconds(secondsOf([&] { hashFile(arguments.at(0)); }));
+    printMeasured([&] { hashFile(arguments.at(0)); });
 }
 
 /// put-parts PORT FILE
 void putPartsOfFile(const Arguments& arguments) {
     const int port = std::stoi(arguments.at(0));
     const auto& file = arguments.at(1);
-    printSeconds(secondsOf([&] { putParts(port, file, partsOf(file), partsInFlight()); }));
+    printMeasured([&] { putParts(port, file, partsOf(file), partsInFlight()); });
 }
 
 /// parts FILE
@@ -142,19 +139,73 @@ void showParts(const Arguments& arguments) {
 void download(const Arguments& arguments) {
     openSession(address(arguments.at(0)));
     const auto url = address(arguments.at(0)) + "/content/" + arguments.at(1);
-    printSeconds(secondsOf([&] { downloadWithLibrary(url, arguments.at(2)); }));
+    printMeasured([&] { downloadWithLibrary(url, arguments.at(2)); });
 }
 
 /// curl-download PORT BYTES TARGET
 void curlDownload(const Arguments& arguments) {
     const auto url = address(arguments.at(0)) + "/content/" + arguments.at(1);
-    printSeconds(secondsOf([&] { downloadWithCurl(url, arguments.at(2)); }));
+    printMeasured([&] { downloadWithCurl(url, arguments.at(2)); });
+}
+
+/// write-contacts COUNT FILE
+void contactsFile(const Arguments& arguments) {
+    writeContacts(std::stoi(arguments.at(0)), arguments.at(1));
+}
+
+/// vcard-text COUNT
+void vCardText(const Arguments& arguments) {
+    measureVCardText(std::stoi(arguments.at(0)));
+}
+
+/// vcard-text-by-hand COUNT
+void vCardTextByHand(const Arguments& arguments) {
+    measureVCardTextByHand(std::stoi(arguments.at(0)));
+}
+
+/// import COUNT FILE
+void importContacts(const Arguments& arguments) {
+    measureImport(std::stoi(arguments.at(0)), arguments.at(1));
+}
+
+/// parse-by-hand COUNT FILE
+void parseContactsByHand(const Arguments& arguments) {
+    measureParsingByHand(std::stoi(arguments.at(0)), arguments.at(1));
+}
+
+/// walk FOLDER
+void walk(const Arguments& arguments) {
+    measureWalk(arguments.at(0));
+}
+
+/// backup PORT FOLDER
+void backup(const Arguments& arguments) {
+    measureBackup(address(arguments.at(0)), arguments.at(1));
+}
+
+/// backup-by-curl PORT FOLDER
+void backupByCurl(const Arguments& arguments) {
+    measureBackupByCurl(address(arguments.at(0)), arguments.at(1));
 }
 
 const std::map<std::string, void (*)(const Arguments&)> works = {
-    {"calls", calls},     {"upload", upload},     {"upload-all", uploadAll},
-    {"decode", decode},   {"hash", hash},         {"put-parts", putPartsOfFile},
-    {"parts", showParts}, {"download", download}, {"curl-download", curlDownload},
+    {"calls", calls},
+    {"upload", upload},
+    {"upload-all", uploadAll},
+    {"decode", decode},
+    {"hash", hash},
+    {"put-parts", putPartsOfFile},
+    {"parts", showParts},
+    {"download", download},
+    {"curl-download", curlDownload},
+    {"write-contacts", contactsFile},
+    {"vcard-text", vCardText},
+    {"vcard-text-by-hand", vCardTextByHand},
+    {"import", importContacts},
+    {"parse-by-hand", parseContactsByHand},
+    {"walk", walk},
+    {"backup", backup},
+    {"backup-by-curl", backupByCurl},
 };
 
 }  // namespace

@@ -25,6 +25,11 @@ TRANSFER_ROUNDS = 5
 CALL_ROUNDS = 41
 DECODE_INSTRUCTIONS_A_BYTE = 18
 SMALL_FILES = 5000
+SMALL_FOLDERS = 200
+SMALL_SIZE = 4096
+WALKED_FILES = 200_000
+CONTACTS = [1_000, 100_000, 200_000]
+PROGRAM_ROUNDS = 9
 UPLOADS_AT_ONCE = 4
 # A measurement that takes longer than this hangs.
 TIME_OUT = 120
@@ -48,7 +53,7 @@ def run(command, extra=None):
 
 def client(*arguments, pinned=False):
     command = [PROGRAMS / "bench_client", *arguments]
-    return json.loads(run(PINNED + command if pinned else command).stdout)
+    return json.loads(run(PINNED + command if pinned else command).stdout or "null")
 
 
 @contextlib.contextmanager
@@ -105,6 +110,10 @@ def seconds_text(seconds):
 
 def mebibytes(value):
     return f"{value:.1f} MiB"
+
+
+def bytes_of_mebibytes(value):
+    return f"{value * (1 << 20):.0f} B"
 
 
 def instructions(count):
@@ -178,13 +187,14 @@ def compare_calls(table, folder):
                 table.at_least(work, library, curl, 0.85, microseconds)
 
 
-def rclone(port, file, target, *options):
+def rclone(command, port, source, target, *options, pinned=False):
     remote = {"RCLONE_CONFIG": os.devnull, "RCLONE_CONFIG_SINK_TYPE": "s3", "RCLONE_CONFIG_SINK_PROVIDER": "Other",
               "RCLONE_CONFIG_SINK_ENDPOINT": f"http://127.0.0.1:{port}", "RCLONE_CONFIG_SINK_ACCESS_KEY_ID": "key",
               "RCLONE_CONFIG_SINK_SECRET_ACCESS_KEY": "secret", "RCLONE_CONFIG_SINK_FORCE_PATH_STYLE": "true",
               "RCLONE_CONFIG_SINK_NO_CHECK_BUCKET": "true"}
     start = time.monotonic()
-    run(["rclone", "copyto", "--transfers", 1, *options, file, f"sink:bucket/{target}"], remote)
+    run([*(PINNED if pinned else []), "rclone", command, "--transfers", 1, *options, source, f"sink:bucket/{target}"],
+        remote)
     return time.monotonic() - start
 
 
@@ -211,6 +221,10 @@ class Rounds:
     def peak(self):
         return max(result["peakMiB"] for result in self.results)
 
+    def growth(self):
+        """What the work itself added to the process's memory, in MiB."""
+        return max(result["peakMiB"] - result["firstMiB"] for result in self.results)
+
 
 def transfer_rows(table, work, ours, alone, limit):
     for name, key in [(work, "seconds"), (f"{work}, processor time", "processorSeconds")]:
@@ -227,8 +241,8 @@ def compare_uploads(table, folder):
             alone.add(client("hash", file), client("put-parts", port, file))
             ours.add(client("upload", port, file))
             if turn % 2 == 0:
-                one_stream.append(rclone(port, file, f"one-{turn}", "--s3-upload-concurrency", 1))
-                default.append(rclone(port, file, f"default-{turn}"))
+                one_stream.append(rclone("copyto", port, file, f"one-{turn}", "--s3-upload-concurrency", 1))
+                default.append(rclone("copyto", port, file, f"default-{turn}"))
     parts = client("parts", file)
     file.unlink()
     transfer_rows(table, "upload of 1 GiB against SHA-256 + raw PUTs", ours, alone, 1.10)
@@ -264,6 +278,93 @@ def count_connections(table, folder):
                   client("parts", files / "0.txt")["inFlight"] + 4, 1, plain)
 
 
+def rounds_of(measurements):
+    """The results of several clients by their arguments, each a process of its own, in turn."""
+    rounds = {arguments: Rounds() for arguments in measurements}
+    for _ in range(PROGRAM_ROUNDS):
+        for arguments, results in rounds.items():
+            results.add(client(*arguments, pinned=True))
+    return rounds
+
+
+def compare_contacts(table, folder):
+    few, many, most = CONTACTS
+    files = {count: folder / f"{count}.vcf" for count in CONTACTS}
+    for count, file in files.items():
+        client("write-contacts", count, file)
+    text = {count: ("vcard-text", count) for count in CONTACTS}
+    imported = {count: ("import", count, files[count]) for count in CONTACTS}
+    by_hand = ("vcard-text-by-hand", many), ("parse-by-hand", many, files[many])
+    rounds = rounds_of([*text.values(), *imported.values(), *by_hand])
+
+    def seconds(arguments):
+        return rounds[arguments].median("processorSeconds")
+
+    table.at_most("vCard text of 100,000 contacts", seconds(text[many]), seconds(by_hand[0]), 1.30, seconds_text)
+    table.at_most("import of 100,000 vCards against parsing them by hand", seconds(imported[many]),
+                  seconds(by_hand[1]), 3.00, seconds_text)
+    for work, arguments in [("vCard text", text), ("import", imported)]:
+        table.at_most(f"{work}, time of a contact, 200,000 against 1,000", seconds(arguments[most]) / most,
+                      seconds(arguments[few]) / few, 1.25, microseconds)
+        table.at_most(f"{work}, memory of a contact, 200,000 against 100,000",
+                      rounds[arguments[most]].growth() / most, rounds[arguments[many]].growth() / many, 1.10,
+                      bytes_of_mebibytes)
+    for file in files.values():
+        file.unlink()
+
+
+def used_by(command):
+    """The processor time of a command whose output nobody reads."""
+    process = subprocess.Popen([*PINNED, *map(str, command)], stdout=subprocess.DEVNULL, env=environment())
+    _, process.returncode, usage = os.wait4(process.pid, 0)
+    if process.returncode != 0:
+        sys.exit(f"scripts/bench: {command[0]} failed")
+    return {"processorSeconds": usage.ru_utime + usage.ru_stime}
+
+
+def make_tree(folder, folders, files, size):
+    """So many files in all, of random content or, where that would take too long, of zeros that nobody wrote."""
+    for number in range(files):
+        place = folder / f"album {number % folders % 20}" / f"day {number % folders}"
+        if number < folders:
+            place.mkdir(parents=True)
+        with (place / f"IMG_{number:06}.jpg").open("wb") as file:
+            if size is None:
+                file.truncate(number % 5000)
+            else:
+                file.write(os.urandom(size))
+
+
+def compare_walks(table, folder):
+    tree = folder / "tree"
+    make_tree(tree, 2000, WALKED_FILES, None)
+    ours, find = Rounds(), Rounds()
+    for _ in range(PROGRAM_ROUNDS):
+        ours.add(client("walk", tree, pinned=True))
+        find.add(used_by(["find", tree, "-printf", "%s %p\n"]))
+    shutil.rmtree(tree)
+    table.at_most("walk of 200,000 files against find", ours.median("processorSeconds"),
+                  find.median("processorSeconds"), 1.20, seconds_text)
+    table.at_most("the same, bytes of memory a file", ours.growth() * (1 << 20) / WALKED_FILES, 300, 1, plain)
+
+
+def compare_backups(table, folder):
+    tree = folder / "backup"
+    make_tree(tree, SMALL_FOLDERS, SMALL_FILES, SMALL_SIZE)
+    ours, alone, others = Rounds(), Rounds(), []
+    with server(folder, pinned=True) as port:
+        for turn in range(PROGRAM_ROUNDS):
+            ours.add(client("backup", port, tree, pinned=True))
+            alone.add(client("backup-by-curl", port, tree, pinned=True))
+            if turn % 3 == 0:
+                others.append(rclone("copy", port, tree, f"tree-{turn}", pinned=True))
+    shutil.rmtree(tree)
+    work = "backup of 5,000 files of 4 KiB"
+    table.at_most(f"{work} against three libcurl calls a file", ours.median("seconds"), alone.median("seconds"), 2.00,
+                  seconds_text)
+    table.at_least(f"{work} against rclone", ours.median("seconds"), statistics.median(others), 2.00, seconds_text)
+
+
 def place():
     """The disk's mood is noise: the files lie in memory, unless TMPDIR says where they are to lie or memory is short."""
     memory = "/dev/shm"
@@ -285,6 +386,9 @@ def main():
         table.at_most("peak memory of the upload", upload_peak, bound, 1, mebibytes)
         table.at_most("peak memory of the download", download_peak, bound, 1, mebibytes)
         count_connections(table, folder)
+        compare_contacts(table, folder)
+        compare_walks(table, folder)
+        compare_backups(table, folder)
     counter = "the processor's counter" if processor_counts() else "valgrind"
     print(f"\n{machine()}; instructions counted by {counter}; {time.monotonic() - start:.0f} s\n")
     table.print()

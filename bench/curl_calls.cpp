@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/curl_headers.h"
 #include "bench/require.h"
 
 namespace bench {
@@ -25,7 +26,7 @@ struct Transfer {
     Transfer& operator=(const Transfer&) = delete;
 
     CURL* easy = curl_easy_init();
-    curl_slist* headers = nullptr;
+    HeaderList headers = operationHeaders();
     std::string answer;
     std::function<void()> done;
 };
@@ -36,12 +37,8 @@ std::size_t store(const char* data, std::size_t size, std::size_t count, void* t
 }
 
 Transfer::Transfer(const std::string& url) {
-    for (const char* line :
-         {"Content-Type: application/json; charset=utf-8", "x-zq-agentname: standard", "Accept: */*",
-          "X-Traceid: 000000000000DSDK0123456789ABCDEF000000", "User-Agent: DSDK", "Authorization: token"})
-        headers = curl_slist_append(headers, line);
     curl_easy_setopt(easy, CURLOPT_URL, url.c_str());
-    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers);
+    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers.get());
     curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");
     curl_easy_setopt(easy, CURLOPT_POSTFIELDS, body.data());
     curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE, static_cast<long>(body.size()));
@@ -53,7 +50,6 @@ Transfer::Transfer(const std::string& url) {
 
 Transfer::~Transfer() {
     curl_easy_cleanup(easy);
-    curl_slist_free_all(headers);
 }
 
 /// Transfers on their way from one thread to another.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -17,6 +18,12 @@ std::unique_ptr<Caller> libraryCaller();
 
 /// A whole upload: hash, create, every part, complete.
 void uploadWithLibrary(const std::filesystem::path& file);
+
+/// Names the folder as what the device backs up.
+void addScope(const std::filesystem::path& folder);
+
+/// A whole run of the device's folders, which have so many files.
+void backUpWithLibrary(std::int64_t files);
 
 void downloadWithLibrary(const std::string& url, const std::filesystem::path& target);
 

@@ -3,6 +3,7 @@
 #include <sys/resource.h>
 
 #include <chrono>
+#include <cstdio>
 
 namespace bench {
 
@@ -18,6 +19,14 @@ double seconds(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
+double processorSeconds(const rusage& usage) {
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+double peakMemory(const rusage& usage) {
+    return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
 }  // namespace
 
 double secondsOf(const std::function<void()>& work) {
@@ -26,13 +35,12 @@ double secondsOf(const std::function<void()>& work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-double processorSeconds() {
-    const auto usage = usageOfProcess();
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-double peakMemory() {
-    return static_cast<double>(usageOfProcess().ru_maxrss) / 1024;
+void printMeasured(const std::function<void()>& work) {
+    const auto before = usageOfProcess();
+    const auto elapsed = secondsOf(work);
+    const auto after = usageOfProcess();
+    std::printf("{\"seconds\":%.6f,\"processorSeconds\":%.6f,\"firstMiB\":%.1f,\"peakMiB\":%.1f}\n", elapsed,
+                processorSeconds(after) - processorSeconds(before), peakMemory(before), peakMemory(after));
 }
 
 }  // namespace bench

@@ -5,13 +5,16 @@
 #include <rapidjson/writer.h>
 
 #include <string_view>
+#include <utility>
 
 namespace bench {
 
 namespace {
 
 constexpr std::string_view operations = "/quillbox/ose/v1/files/";
+constexpr std::string_view directory = "/quillbox/ose/v1/directory";
 constexpr std::string_view contents = "/content/";
+constexpr std::string_view backup = "/v1/backup/";
 constexpr std::string_view bucket = "/bucket";
 
 constexpr std::string_view listAnswer =
@@ -59,9 +62,20 @@ std::string operationBody(const Request& request) {
     return std::string(listAnswer);
 }
 
+/// The array of that name in a JSON object.
+std::string arrayOf(const std::string& text, const char* name) {
+    rapidjson::Document object;
+    object.Parse(text.data(), text.size());
+    if (object.HasParseError() || !object.IsObject() || !object.HasMember(name)) return "[]";
+    rapidjson::StringBuffer array;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(array);
+    object[name].Accept(writer);
+    return array.GetString();
+}
+
 /// With the headers that any service sends.
-Answer answerOperation(const Request& request) {
-    return {.body = operationBody(request),
+Answer json(std::string body) {
+    return {.body = std::move(body),
             .extraHeaders = "Date: Mon, 01 Jan 2024 00:00:00 GMT\r\nContent-Type: application/json\r\n"};
 }
 
@@ -73,13 +87,26 @@ Answer xml(std::string body) {
 }  // namespace
 
 Answer SinkAnswers::answer(const Request& request) {
-    if (request.path.starts_with(operations)) return answerOperation(request);
+    if (request.path.starts_with(operations)) return json(operationBody(request));
+    if (request.path == directory) return json(R"({"code":0,"msg":"success","id":"folder"})");
+    if (request.path.find(backup) != std::string::npos) return json(backupBody(request));
     if (request.path.starts_with(contents))
         return {.filler = std::stoull(request.path.substr(contents.size())),
                 .extraHeaders = "ETag: \"1\"\r\n"};
     if (request.path == "/connections") return {.body = std::to_string(request.connections)};
     if (request.path.starts_with(bucket)) return answerBucket(request);
     return {.status = request.verb == "PUT" ? 200 : 404};
+}
+
+std::string SinkAnswers::backupBody(const Request& request) {
+    if (request.path.ends_with("/lock")) return R"({"code":0,"msg":"success","data":{"lockId":"lock"}})";
+    if (request.path.ends_with("/record"))
+        return request.verb == "POST"
+                   ? R"({"code":0,"msg":"success","data":{"recordId":"record","status":0,"version":1}})"
+                   : R"({"code":0,"msg":"success","data":[]})";
+    if (!request.path.ends_with("/scope")) return R"({"code":0,"msg":"success"})";
+    if (request.verb == "POST") scopes_ = arrayOf(request.body, "scopeList");
+    return R"({"code":0,"msg":"success","scopeList":)" + scopes_ + "}";
 }
 
 Answer SinkAnswers::answerBucket(const Request& request) {

@@ -29,14 +29,17 @@ struct Answer {
 };
 
 /// What the other side of the comparisons answers: three file operations, part addresses, a content address,
-/// the number of connections, and as much of S3 as `rclone copyto` asks for.
+/// what a backup of folders asks for, the number of connections, and as much of S3 as rclone asks for.
 class SinkAnswers {
   public:
     Answer answer(const Request& request);
 
   private:
+    std::string backupBody(const Request& request);
     Answer answerBucket(const Request& request);
 
+    /// The scopes sent last, as a JSON array.
+    std::string scopes_ = "[]";
     /// Size by path of what was put into the bucket.
     std::map<std::string, std::uint64_t> objects_;
 };
