@@ -29,7 +29,6 @@ UploadTransfer::UploadTransfer(std::shared_ptr<TransferLoop> loop, UploadRequest
 
 void UploadTransfer::setUpHandle(EasyHandle& easy) const {
     Transfer::setUpHandle(easy);
-    easy.set(CURLOPT_NOPROGRESS, 0L);
     easy.set(CURLOPT_XFERINFOFUNCTION, &UploadTransfer::onProgress);
     // A PUT that is sent elsewhere stays one.
     easy.set(CURLOPT_POSTREDIR, static_cast<long>(CURL_REDIR_POST_301 | CURL_REDIR_POST_302));
@@ -38,6 +37,9 @@ void UploadTransfer::setUpHandle(EasyHandle& easy) const {
 void UploadTransfer::prepare(EasyHandle& easy) {
     easy.set(CURLOPT_HTTPHEADER, headers_->list());
     easy.set(CURLOPT_XFERINFODATA, this);
+    // A small part goes out in one piece. That it has is told with its end: waking threads in between costs
+    // more than sending it.
+    easy.set(CURLOPT_NOPROGRESS, data_.size <= kSmallBuffer ? 1L : 0L);
     easy.set(CURLOPT_UPLOAD_BUFFERSIZE, data_.size >= kLargeUpload ? kLargeBuffer : kSmallBuffer);
     // As the body of a POST by another name: so a small part goes out in one piece with its head.
     easy.set(CURLOPT_POST, 1L);
