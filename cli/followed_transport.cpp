@@ -9,7 +9,6 @@
 #include "baseapi/json/codec.h"
 #include "baseapi/platform/curl_transport.h"
 #include "baseapi/platform/executor.h"
-#include "baseapi/platform/worker_pool.h"
 
 namespace quillbox {
 namespace {
@@ -116,8 +115,7 @@ std::shared_ptr<baseapi::HttpTask> FollowedTransport::downloadTask(
 
 std::shared_ptr<FollowedTransport> followTransport(baseapi::Platform& platform,
                                                    std::shared_ptr<BackupJournal> journal) {
-    const auto queue =
-        std::make_shared<FollowedQueue>(std::make_shared<baseapi::WorkerPool>("quillbox-delegate"));
+    const auto queue = std::make_shared<FollowedQueue>(platform.delegateQueue);
     auto transport = std::make_shared<FollowedTransport>(
         std::make_shared<baseapi::CurlTransport>(
             queue, baseapi::CurlTransport::Options{.caBundle = platform.caBundle}),

@@ -53,7 +53,8 @@ class FollowedTransport final : public baseapi::HttpTransport {
     Observers observers_;
 };
 
-/// Puts such a transport in the place of the default one.
+/// Puts such a transport in the place of the default one, and a queue that is followed around the delegate
+/// queue, which must be there.
 std::shared_ptr<FollowedTransport> followTransport(baseapi::Platform& platform,
                                                    std::shared_ptr<BackupJournal> journal);
 

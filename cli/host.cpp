@@ -7,6 +7,7 @@
 
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/platform/platform.h"
+#include "baseapi/platform/worker_pool.h"
 #include "cli/command.h"
 
 namespace quillbox {
@@ -27,9 +28,11 @@ std::filesystem::path readable(const std::string& bundle) {
 Host::Host(const SessionOptions& options, Parts parts, Command& command)
     : parts_(parts),
       stateFolder_(quillbox::stateFolder(options, processEnvironment)),
-      log_(options.log ? std::make_shared<HostLog>(*options.log) : std::make_shared<HostLog>()) {
+      log_(options.log ? std::make_shared<HostLog>(*options.log) : std::make_shared<HostLog>()),
+      queue_(std::make_shared<CountedQueue>(std::make_shared<baseapi::WorkerPool>("quillbox-delegate"))) {
     baseapi::Platform platform;
     platform.log = log_;
+    platform.delegateQueue = queue_;
     platform.stateFolder = stateFolder_;
     platform.applicationIdentifier = "quillbox";
     if (options.cacert && !options.cacert->empty()) platform.caBundle = readable(*options.cacert);
@@ -60,9 +63,9 @@ void Host::waitFor(const std::function<bool()>& done) const {
 void Host::settle(const std::weak_ptr<void>& run) const {
     const auto& http = *baseapi::platform().http;
     const auto end = std::chrono::steady_clock::now() + longestSettling;
-    // A run begins its last request before it goes.
-    while ((!run.expired() || http.running() > 0) && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(settlingStep);
+    // A run queues its last request before it goes, and a request is under way before it leaves the queue.
+    const auto settled = [&] { return run.expired() && queue_->idle() && http.running() == 0; };
+    while (!settled() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(settlingStep);
 }
 
 void Host::requireCodeZero(const std::string& what, const baseapi::BaseResponse& response) {

@@ -8,6 +8,7 @@
 
 #include "baseapi/net/base_response.h"
 #include "baseapi/net/network_result.h"
+#include "cli/counted_queue.h"
 #include "cli/host_log.h"
 #include "cli/interrupt.h"
 #include "cli/monitor.h"
@@ -107,6 +108,7 @@ class Host {
     Parts parts_;
     std::filesystem::path stateFolder_;
     std::shared_ptr<HostLog> log_;
+    std::shared_ptr<CountedQueue> queue_;
     std::unique_ptr<TokenFile> tokenFile_;
 };
 
