@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,6 +38,19 @@ class BackupTest : public CloudTest {
              R"(,"times":1000,"kind":"stall","seconds":600})");
     }
     void release() const { quillboxd_test::send("DELETE", service_.url() + "/_dev/faults"); }
+
+    /// Waits until a request meets the stall that was planned first.
+    [[nodiscard]] bool waitForStall() const {
+        const auto end = std::chrono::steady_clock::now() + test_support::kPatience;
+        while (hits() == 0)
+            if (std::chrono::steady_clock::now() > end) return false;
+        return true;
+    }
+    /// How many requests have met the fault that was planned first.
+    std::int64_t hits() const {
+        const auto faults = quillboxd_test::send("GET", service_.url() + "/_dev/faults").object();
+        return faults.at("faults").at(0).at("hits").as_int64();
+    }
 
     /// How many requests since the sign-in have begun with this text.
     std::ptrdiff_t sent(std::string_view beginning) const {

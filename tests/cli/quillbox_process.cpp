@@ -66,10 +66,7 @@ QuillboxProcess::QuillboxProcess(std::vector<std::string> arguments, RunSettings
 }
 
 QuillboxProcess::~QuillboxProcess() {
-    if (pid_ > 0) {
-        ::kill(pid_, SIGKILL);
-        wait();
-    }
+    if (pid_ > 0) kill();
     for (auto* captured : {&output_, &error_})
         if (captured->thread.joinable()) captured->thread.join();
 }
@@ -142,6 +139,11 @@ bool QuillboxProcess::waitForError(const std::string& text) {
 
 void QuillboxProcess::interrupt() {
     ::kill(pid_, SIGINT);
+}
+
+void QuillboxProcess::kill() {
+    ::kill(pid_, SIGKILL);
+    wait();
 }
 
 int QuillboxProcess::wait() {

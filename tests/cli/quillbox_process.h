@@ -46,6 +46,8 @@ class QuillboxProcess {
     [[nodiscard]] bool waitForOutput(const std::string& text);
     [[nodiscard]] bool waitForError(const std::string& text);
     void interrupt();
+    /// kill -9, and waits for its end.
+    void kill();
     /// Waits for its end; the exit status, or -1 where a signal ended it.
     int wait();
 
