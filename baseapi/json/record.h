@@ -22,9 +22,10 @@
 ///
 ///     static constexpr bool lenient = true;
 ///
-/// One that a host can only make with its fields given says beside its list what it is without them:
+/// One that a host can only make with its fields given keeps its default constructor private and says beside
+/// its list:
 ///
-///     static GetShareBean empty() { return {0, {}, {}, {}, {}, {}}; }
+///     static GetShareBean empty() { return {}; }
 ///
 /// A field may be an `enum class` whose cases are texts on the wire. They stand in the order of the cases in
 /// a function beside it:

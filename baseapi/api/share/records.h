@@ -221,10 +221,10 @@ struct GetShareBean {
           sortDirection(direction),
           displayName(std::move(name)),
           imageProcess(std::move(image)) {}
-    static GetShareBean empty() { return {0, {}, {}, {}, {}, {}}; }
+    static GetShareBean empty() { return {}; }
 
     /// 0 is not sent.
-    std::int64_t pageSize;
+    std::int64_t pageSize = 0;
     std::optional<std::string> pageCursor;
     /// It must be there; 0 is not sent.
     std::optional<std::int64_t> sortType;
@@ -234,6 +234,9 @@ struct GetShareBean {
     std::optional<std::string> imageProcess;
 
     BASEAPI_FIELDS(GetShareBean, pageSize, pageCursor, sortType, sortDirection, displayName, imageProcess)
+
+  private:
+    GetShareBean() = default;
 };
 
 /// What `getShares` answers.
