@@ -12,7 +12,7 @@ namespace {
 using baseapi::CloudInstance;
 using baseapi::IFile;
 
-constexpr std::int64_t pageSize = 200;
+constexpr std::int64_t filesPerPage = 200;
 // The answer of a create request in `useExisting` mode whose name is taken.
 constexpr std::int64_t nameExists = 13000405;
 constexpr std::int64_t useExisting = 3;
@@ -26,7 +26,7 @@ void eachPage(const Host& host, const std::optional<std::string>& folderId,
     bean.type = "list";
     bean.containerId = CloudInstance::shared().contentId.get();
     bean.parentFileId = folderId;
-    bean.pageInfo = baseapi::PageInfo{.pageSize = pageSize};
+    bean.pageInfo = baseapi::PageInfo{.pageSize = filesPerPage};
     while (true) {
         auto answer =
             host.ask(what, CloudInstance::shared().getFileImpl(), &IFile::filesList, std::optional(bean));

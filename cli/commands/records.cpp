@@ -12,7 +12,7 @@
 namespace quillbox {
 namespace {
 
-constexpr std::int64_t pageSize = 100;
+constexpr std::int64_t recordsPerPage = 100;
 constexpr std::int64_t finished = 1;
 
 class Records : public Command {
@@ -28,13 +28,13 @@ class Records : public Command {
 
     ExitStatus run(Host& host) override {
         const std::string what = "the backup records";
-        baseapi::GetRecordBean bean{.moduleCode = module_, .pageSize = pageSize, .deviceId = deviceId_};
+        baseapi::GetRecordBean bean{.moduleCode = module_, .pageSize = recordsPerPage, .deviceId = deviceId_};
         while (true) {
             const auto answer = host.ask(what, baseapi::CloudInstance::shared().getBackupImpl(),
                                          &baseapi::IBackUp::getRecords, std::optional(bean));
             const auto records = answer.data.value_or(std::vector<baseapi::RecordDetailBean>{});
             for (const auto& record : records) tell(host.output(), record);
-            if (records.size() < pageSize || !records.back().recordId || host.output().unread()) break;
+            if (records.size() < recordsPerPage || !records.back().recordId || host.output().unread()) break;
             if (bean.cursor == records.back().recordId) throw ServiceFailure{what, -1, "the list has no end"};
             bean.cursor = records.back().recordId;
         }

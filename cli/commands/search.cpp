@@ -12,7 +12,7 @@
 namespace quillbox {
 namespace {
 
-constexpr std::int64_t pageSize = 200;
+constexpr std::int64_t foundPerPage = 200;
 
 /// A found item names its size as text.
 std::optional<std::int64_t> sizeOf(const baseapi::FileBean& item) {
@@ -42,7 +42,7 @@ class Search : public Command {
 
     ExitStatus run(Host& host) override {
         baseapi::FilesSearchBean bean;
-        bean.pageInfo = baseapi::PageInfo{.pageSize = pageSize};
+        bean.pageInfo = baseapi::PageInfo{.pageSize = foundPerPage};
         bean.filter = baseapi::Filter{.keyWord = word_,
                                       .containerId = baseapi::CloudInstance::shared().contentId.get(),
                                       .parentFolder = parent_};
