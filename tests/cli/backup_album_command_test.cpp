@@ -18,19 +18,10 @@ class BackupAlbumTest : public BackupTest {
         more.insert(more.begin(), {"backup", "album", "--device-id", "7", "--photos", "photos"});
         return more;
     }
-    RunSettings ownTemporaryFolder() const {
-        auto all = signedIn();
-        fs::create_directories(home_ / "tmp");
-        all.environment["TMPDIR"] = (home_ / "tmp").string();
-        return all;
-    }
-    Outcome backup(std::vector<std::string> more = {}) const {
-        more.push_back("--json");
-        return run(line(std::move(more)), ownTemporaryFolder());
-    }
+    Outcome backup(std::vector<std::string> more = {}) const { return json(line(std::move(more))); }
     std::vector<std::string> temporaryFiles() const {
         std::vector<std::string> files;
-        for (const auto& entry : fs::directory_iterator(home_ / "tmp")) files.push_back(entry.path());
+        for (const auto& entry : fs::directory_iterator(temporaryFolder())) files.push_back(entry.path());
         return files;
     }
 };
@@ -119,10 +110,10 @@ TEST_F(BackupAlbumTest, AtCtrlCThePicturesUnderWayEndAndTheRecordHoldsTrueCounts
         const auto text = std::to_string(number);
         make("photos/" + text + ".jpg", "picture " + text);
     }
-    stall("POST", "/quillbox/ose/v1/files/complete", 1);
-    auto arguments = line({"--json"});
-    QuillboxProcess process(arguments, ownTemporaryFolder());
-    ASSERT_TRUE(process.waitForOutput(progress(1, 0)));
+    stall("POST", "/quillbox/ose/v1/files/complete", 2);
+    QuillboxProcess process(line({"--json"}), signedIn());
+    // The library lets go of the run when the first result has been told.
+    ASSERT_TRUE(process.waitForOutput(progress(2, 0)));
     process.interrupt();
     ASSERT_TRUE(process.waitForError("waiting for the files that are being sent"));
     release();

@@ -228,9 +228,10 @@ TEST_F(BackupDirsTest, ACancelThroughTheLibraryDoesNothingAfterTheFirstResult) {
 
 TEST_F(BackupDirsTest, AtCtrlCTheFilesUnderWayEndAndTheRecordHoldsTrueCounts) {
     addFiles(60);
-    stall("POST", "/quillbox/ose/v1/files/complete", 1);
+    stall("POST", "/quillbox/ose/v1/files/complete", 2);
     QuillboxProcess process(line({"--json"}), signedIn());
-    ASSERT_TRUE(process.waitForOutput(progress(1, 0)));
+    // The library lets go of the run when the first result has been told.
+    ASSERT_TRUE(process.waitForOutput(progress(2, 0)));
     process.interrupt();
     ASSERT_TRUE(process.waitForError("waiting for the files that are being sent; no further one is begun"));
     release();

@@ -22,10 +22,13 @@ class CloudTest : public testing::Test {
     using Storage = test_support::QuillboxdProcess::Storage;
 
     explicit CloudTest(Storage storage = Storage::memory) : service_(storage) {
+        std::filesystem::create_directories(temporaryFolder());
         const auto signedIn = run({"sign-in", "--code", "someone", "--save", tokenFile()}, settings());
         EXPECT_EQ(signedIn.status, 0) << signedIn.error;
     }
 
+    /// The library names files in it by the second, which tests side by side would share.
+    std::filesystem::path temporaryFolder() const { return home_ / "tmp"; }
     std::string tokenFile() const { return (home_ / "token").string(); }
     std::string token() const {
         std::ifstream stream(tokenFile());
@@ -36,7 +39,8 @@ class CloudTest : public testing::Test {
     RunSettings settings() const {
         RunSettings settings;
         settings.environment = {{"QUILLBOX_HOST", service_.url()},
-                                {"QUILLBOX_STATE", (home_ / "state").string()}};
+                                {"QUILLBOX_STATE", (home_ / "state").string()},
+                                {"TMPDIR", temporaryFolder().string()}};
         settings.folder = home_.path().string();
         return settings;
     }

@@ -57,16 +57,14 @@ TEST_F(DownloadFromCloudTest, AFolderIsNeverReplaced) {
 TEST_F(DownloadFromCloudTest, AFullDiskIsAFailureThatLeavesNothing) {
     make("a.txt", std::string(300'000, 'x'));
     json({"upload", "a.txt"});
-    fs::create_directories(home_ / "tmp");
     auto settings = signedIn();
-    settings.environment["TMPDIR"] = (home_ / "tmp").string();
     settings.fileSizeLimit = 100'000;
     const auto result = run({"download", "--file-id", idOf("a.txt"), "--to", "back", "--json"}, settings);
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.lines.back(), StartsWith(R"({"event":"failure","message":")"));
     EXPECT_THAT(result.error, StartsWith("back: "));
     EXPECT_FALSE(fs::exists(home_ / "back"));
-    EXPECT_TRUE(fs::is_empty(home_ / "tmp"));
+    EXPECT_TRUE(fs::is_empty(temporaryFolder()));
 }
 
 TEST_F(DownloadFromCloudTest, AnUnknownFileIsAFailure) {
