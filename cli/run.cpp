@@ -17,6 +17,7 @@ namespace {
 
 /// What the process has one of. It is never taken down: threads of the library run until the process ends.
 struct Process {
+    CommandLine line;
     Monitor monitor;
     Interrupt interrupt{monitor};
     TokenMask mask;
@@ -24,7 +25,8 @@ struct Process {
     std::unique_ptr<Host> host;
 };
 
-ExitStatus runCommand(Process& process, const CommandLine& line) {
+ExitStatus runCommand(Process& process) {
+    const auto& line = process.line;
     const auto options = withEnvironment(line.options(), processEnvironment);
     process.host = std::make_unique<Host>(
         options, Host::Parts{*process.output, process.monitor, process.interrupt, process.mask},
@@ -76,12 +78,11 @@ int run(int argc, char** argv) {
     auto& process = *new Process;
     process.output = makeOutput(false, process.mask);
     const auto status = statusOf(process, [&] {
-        CommandLine line;
-        if (!line.parse(argc, argv)) return ExitStatus::success;
-        process.output = makeOutput(line.options().json, process.mask);
+        if (!process.line.parse(argc, argv)) return ExitStatus::success;
+        process.output = makeOutput(process.line.options().json, process.mask);
         process.interrupt.setTell(
             [&](const std::string& text) { process.output->note("quillbox: " + text); });
-        return runCommand(process, line);
+        return runCommand(process);
     });
     return static_cast<int>(process.interrupt.happened() ? ExitStatus::interrupted : status);
 }
