@@ -3,6 +3,7 @@
 #include "baseapi/api/album/album_impl.h"
 #include "baseapi/api/backup/backup_impl.h"
 #include "baseapi/api/files/file_impl.h"
+#include "baseapi/api/job/job_impl.h"
 #include "baseapi/api/share/share_impl.h"
 #include "baseapi/api/sharefolder/share_folder_impl.h"
 #include "baseapi/api/user/space_impl.h"
@@ -17,6 +18,7 @@ CloudInstance::CloudInstance()
     : userImpl_(makeUserImpl().release()),
       fileImpl_(makeFileImpl().release()),
       shareImpl_(makeShareImpl().release()),
+      jobImpl_(makeJobImpl().release()),
       transferImpl_(new TransferImpl),
       backupImpl_(makeBackupImpl().release()),
       shareFolderImpl_(makeShareFolderImpl().release()),

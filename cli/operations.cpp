@@ -7,6 +7,7 @@
 #include "baseapi/api/album/i_album.h"
 #include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/files/i_file.h"
+#include "baseapi/api/job/i_job.h"
 #include "baseapi/api/share/i_share.h"
 #include "baseapi/api/sharefolder/i_share_folder.h"
 #include "baseapi/api/user/i_space.h"
@@ -145,6 +146,7 @@ std::vector<Operation> makeOperations() {
     add(all, instance.getUserImpl());
     add(all, instance.getFileImpl());
     add(all, instance.getShareImpl());
+    add(all, instance.getJobImpl());
     add(all, instance.getBackupImpl());
     add(all, instance.getShareFolderImpl());
     add(all, instance.getAlbumImpl());

@@ -11,6 +11,7 @@ namespace baseapi {
 class IAlbum;
 class IBackUp;
 class IFile;
+class IJob;
 class IPhoneBackup;
 class IShare;
 class IShareFolder;
@@ -57,6 +58,7 @@ class CloudInstance {
     IUser& getUserImpl() const { return *userImpl_; }
     IFile& getFileImpl() const { return *fileImpl_; }
     IShare& getShareImpl() const { return *shareImpl_; }
+    IJob& getJobImpl() const { return *jobImpl_; }
     ITransfer& getTransferImpl() const { return *transferImpl_; }
     IBackUp& getBackupImpl() const { return *backupImpl_; }
     IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
@@ -72,6 +74,7 @@ class CloudInstance {
     IUser* userImpl_;
     IFile* fileImpl_;
     IShare* shareImpl_;
+    IJob* jobImpl_;
     ITransfer* transferImpl_;
     IBackUp* backupImpl_;
     IShareFolder* shareFolderImpl_;

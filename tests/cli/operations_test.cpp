@@ -28,19 +28,20 @@ TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
     std::vector<std::string> names;
     for (const auto& operation : operations()) names.emplace_back(operation.name);
     EXPECT_THAT(
-        names, testing::ElementsAre(
-                   "getToken", "getSpace", "getUserById", "getUserList", "updateUser", "deleteUser",
-                   "getAccessFiles", "createDirectory", "fileComplete", "fileRename", "filesCreate",
-                   "fileSearch", "filesList", "filesPath", "filesStatsDir", "getDownloadUrl", "getFileDetail",
-                   "getUploadUrl", "getFilePreviewUrl", "getShares", "createShare", "cancelShare",
-                   "getShareDetail", "modifyShareDetail", "getShareFiles", "unbindDevice", "bindDevice",
-                   "getDevices", "createBackupLock", "keepBackupLock", "deleteBackupLock", "backupComplete",
-                   "backupDelete", "backupGet", "createRecord", "getRecords", "getRecordFiles",
-                   "createRecordFile", "addScope", "deleteScope", "getScope", "listConfigInfos",
-                   "getConfigInfo", "addConfigInfo", "updateConfigInfo", "shareFolderCreate",
-                   "shareFolderRename", "shareFolderDelete", "shareFolderDetail", "shareFolderList",
-                   "shareFolderAlbumList", "albumCreate", "albumUpdate", "albumDelete", "albumList",
-                   "albumContentList", "albumContentAdd", "albumContentDelete", "batchGetSpace"));
+        names,
+        testing::ElementsAre(
+            "getToken", "getSpace", "getUserById", "getUserList", "updateUser", "deleteUser",
+            "getAccessFiles", "createDirectory", "fileComplete", "fileRename", "filesCreate", "fileSearch",
+            "filesList", "filesPath", "filesStatsDir", "getDownloadUrl", "getFileDetail", "getUploadUrl",
+            "getFilePreviewUrl", "getShares", "createShare", "cancelShare", "getShareDetail",
+            "modifyShareDetail", "getShareFiles", "cancelJobs", "createJobs", "getJobDetailById", "getJobs",
+            "unbindDevice", "bindDevice", "getDevices", "createBackupLock", "keepBackupLock",
+            "deleteBackupLock", "backupComplete", "backupDelete", "backupGet", "createRecord", "getRecords",
+            "getRecordFiles", "createRecordFile", "addScope", "deleteScope", "getScope", "listConfigInfos",
+            "getConfigInfo", "addConfigInfo", "updateConfigInfo", "shareFolderCreate", "shareFolderRename",
+            "shareFolderDelete", "shareFolderDetail", "shareFolderList", "shareFolderAlbumList",
+            "albumCreate", "albumUpdate", "albumDelete", "albumList", "albumContentList", "albumContentAdd",
+            "albumContentDelete", "batchGetSpace"));
 }
 
 TEST(Operations, OneWithoutARecordNamesNone) {
