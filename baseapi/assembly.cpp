@@ -6,6 +6,7 @@
 #include "baseapi/api/job/job_impl.h"
 #include "baseapi/api/share/share_impl.h"
 #include "baseapi/api/sharefolder/share_folder_impl.h"
+#include "baseapi/api/sync/folder_sync_impl.h"
 #include "baseapi/api/user/space_impl.h"
 #include "baseapi/api/user/user_impl.h"
 #include "baseapi/backup/phone_backup_impl.h"
@@ -24,6 +25,7 @@ CloudInstance::CloudInstance()
       shareFolderImpl_(makeShareFolderImpl().release()),
       albumImpl_(makeAlbumImpl().release()),
       spaceImpl_(makeSpaceImpl().release()),
+      folderSyncImpl_(makeFolderSyncImpl().release()),
       phoneBackupImpl_(new PhoneBackupImpl) {}
 
 }  // namespace baseapi

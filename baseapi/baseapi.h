@@ -13,6 +13,7 @@
 #include "baseapi/api/records/file_id_info.h"
 #include "baseapi/api/share/i_share.h"
 #include "baseapi/api/sharefolder/i_share_folder.h"
+#include "baseapi/api/sync/i_folder_sync.h"
 #include "baseapi/api/user/i_space.h"
 #include "baseapi/api/user/i_user.h"
 #include "baseapi/backup/album_helper.h"

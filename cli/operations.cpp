@@ -10,6 +10,7 @@
 #include "baseapi/api/job/i_job.h"
 #include "baseapi/api/share/i_share.h"
 #include "baseapi/api/sharefolder/i_share_folder.h"
+#include "baseapi/api/sync/i_folder_sync.h"
 #include "baseapi/api/user/i_space.h"
 #include "baseapi/api/user/i_user.h"
 #include "baseapi/core/cloud_instance.h"
@@ -151,6 +152,7 @@ std::vector<Operation> makeOperations() {
     add(all, instance.getShareFolderImpl());
     add(all, instance.getAlbumImpl());
     add(all, instance.getSpaceImpl());
+    add(all, instance.getfolderSyncImpl());
     return all;
 }
 

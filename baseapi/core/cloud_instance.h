@@ -11,6 +11,7 @@ namespace baseapi {
 class IAlbum;
 class IBackUp;
 class IFile;
+class IFolderSync;
 class IJob;
 class IPhoneBackup;
 class IShare;
@@ -64,6 +65,7 @@ class CloudInstance {
     IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
     IAlbum& getAlbumImpl() const { return *albumImpl_; }
     ISpace& getSpaceImpl() const { return *spaceImpl_; }
+    IFolderSync& getfolderSyncImpl() const { return *folderSyncImpl_; }
     IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
 
   private:
@@ -80,6 +82,7 @@ class CloudInstance {
     IShareFolder* shareFolderImpl_;
     IAlbum* albumImpl_;
     ISpace* spaceImpl_;
+    IFolderSync* folderSyncImpl_;
     IPhoneBackup* phoneBackupImpl_;
 };
 

@@ -41,7 +41,8 @@ TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
             "getConfigInfo", "addConfigInfo", "updateConfigInfo", "shareFolderCreate", "shareFolderRename",
             "shareFolderDelete", "shareFolderDetail", "shareFolderList", "shareFolderAlbumList",
             "albumCreate", "albumUpdate", "albumDelete", "albumList", "albumContentList", "albumContentAdd",
-            "albumContentDelete", "batchGetSpace"));
+            "albumContentDelete", "batchGetSpace", "createSyncFolder", "closeSyncFolder",
+            "getSyncFolderStartCursor", "listChangeSyncFolder", "walkFileSyncFolder"));
 }
 
 TEST(Operations, OneWithoutARecordNamesNone) {

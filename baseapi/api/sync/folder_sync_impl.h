@@ -1,0 +1,12 @@
+#pragma once
+
+#include <memory>
+
+#include "baseapi/api/sync/i_folder_sync.h"
+
+namespace baseapi {
+
+/// The implementation over the service's REST calls; it has no state.
+std::unique_ptr<IFolderSync> makeFolderSyncImpl();
+
+}  // namespace baseapi
