@@ -2,6 +2,7 @@
 
 #include "baseapi/api/album/album_impl.h"
 #include "baseapi/api/backup/backup_impl.h"
+#include "baseapi/api/carrier/carrier_impl.h"
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/job/job_impl.h"
 #include "baseapi/api/share/share_impl.h"
@@ -20,6 +21,7 @@ CloudInstance::CloudInstance()
       fileImpl_(makeFileImpl().release()),
       shareImpl_(makeShareImpl().release()),
       jobImpl_(makeJobImpl().release()),
+      carrierImpl_(makeCarrierImpl().release()),
       transferImpl_(new TransferImpl),
       backupImpl_(makeBackupImpl().release()),
       shareFolderImpl_(makeShareFolderImpl().release()),

@@ -6,6 +6,7 @@
 
 #include "baseapi/api/album/i_album.h"
 #include "baseapi/api/backup/i_back_up.h"
+#include "baseapi/api/carrier/i_carrier.h"
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/job/i_job.h"
 #include "baseapi/api/share/i_share.h"
@@ -148,6 +149,7 @@ std::vector<Operation> makeOperations() {
     add(all, instance.getFileImpl());
     add(all, instance.getShareImpl());
     add(all, instance.getJobImpl());
+    add(all, instance.getCarrierImpl());
     add(all, instance.getBackupImpl());
     add(all, instance.getShareFolderImpl());
     add(all, instance.getAlbumImpl());

@@ -10,6 +10,7 @@ namespace baseapi {
 
 class IAlbum;
 class IBackUp;
+class ICarrier;
 class IFile;
 class IFolderSync;
 class IJob;
@@ -60,6 +61,7 @@ class CloudInstance {
     IFile& getFileImpl() const { return *fileImpl_; }
     IShare& getShareImpl() const { return *shareImpl_; }
     IJob& getJobImpl() const { return *jobImpl_; }
+    ICarrier& getCarrierImpl() const { return *carrierImpl_; }
     ITransfer& getTransferImpl() const { return *transferImpl_; }
     IBackUp& getBackupImpl() const { return *backupImpl_; }
     IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
@@ -77,6 +79,7 @@ class CloudInstance {
     IFile* fileImpl_;
     IShare* shareImpl_;
     IJob* jobImpl_;
+    ICarrier* carrierImpl_;
     ITransfer* transferImpl_;
     IBackUp* backupImpl_;
     IShareFolder* shareFolderImpl_;

@@ -35,6 +35,7 @@ TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
             "filesList", "filesPath", "filesStatsDir", "getDownloadUrl", "getFileDetail", "getUploadUrl",
             "getFilePreviewUrl", "getShares", "createShare", "cancelShare", "getShareDetail",
             "modifyShareDetail", "getShareFiles", "cancelJobs", "createJobs", "getJobDetailById", "getJobs",
+            "standardPackages", "standardPackagesOrders", "operationBatch", "notifyPackageExpire",
             "unbindDevice", "bindDevice", "getDevices", "createBackupLock", "keepBackupLock",
             "deleteBackupLock", "backupComplete", "backupDelete", "backupGet", "createRecord", "getRecords",
             "getRecordFiles", "createRecordFile", "addScope", "deleteScope", "getScope", "listConfigInfos",

@@ -34,6 +34,7 @@ TEST(CloudInstance, GivesTheSameServiceObjectOnEachCall) {
     EXPECT_EQ(&instance.getSpaceImpl(), &instance.getSpaceImpl());
     EXPECT_EQ(&instance.getJobImpl(), &instance.getJobImpl());
     EXPECT_EQ(&instance.getfolderSyncImpl(), &instance.getfolderSyncImpl());
+    EXPECT_EQ(&instance.getCarrierImpl(), &instance.getCarrierImpl());
     EXPECT_EQ(&instance.getTransferImpl(), &instance.getTransferImpl());
 }
 
