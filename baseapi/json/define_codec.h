@@ -26,14 +26,27 @@
 namespace baseapi {
 namespace json {
 
+template <class T>
+concept IntEnumeration = requires {
+    { std::underlying_type_t<T>() } -> std::same_as<int>;
+};
+
 /// Its cases are 0 and so on, each the place of its text.
 template <class T>
-concept TextEnumeration = std::is_enum_v<T> && std::same_as < std::underlying_type_t<T>,
-int > &&requires {
+concept TextEnumeration = IntEnumeration<T> && requires {
     wireTexts(T{});
 };
 template <TextEnumeration T>
 inline constexpr auto textsOf = wireTexts(T{});
+
+/// Its cases are their numbers.
+template <class T>
+concept NumberEnumeration = IntEnumeration<T> && requires {
+    wireNumbers(T{});
+    T::unknown;
+};
+template <NumberEnumeration T>
+inline constexpr auto numbersOf = wireNumbers(T{});
 
 template <class T>
 struct KindOf;
@@ -54,6 +67,7 @@ template <> struct KindOf<FlatMap> : Is<Kind::flatMap> {};
 template <> struct KindOf<EmbeddedMap> : Is<Kind::embeddedMap> {};
 template <> struct KindOf<EmbeddedDocument> : Is<Kind::embeddedDocument> {};
 template <TextEnumeration T> struct KindOf<T> : Is<Kind::textEnumeration> {};
+template <NumberEnumeration T> struct KindOf<T> : Is<Kind::numberEnumeration> {};
 template <Record T> struct KindOf<T> : Is<Kind::record> {};
 template <class T> struct KindOf<std::vector<T>> : Is<Kind::array> {};
 // clang-format on
@@ -86,6 +100,10 @@ constexpr Type describe() {
         type.array = &arrayAccess<T>;
     }
     if constexpr (KindOf<T>::value == Kind::textEnumeration) type.texts = textsOf<T>;
+    if constexpr (KindOf<T>::value == Kind::numberEnumeration) {
+        type.numbers = numbersOf<T>;
+        type.unknown = static_cast<int>(T::unknown);
+    }
     return type;
 }
 

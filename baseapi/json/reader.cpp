@@ -72,6 +72,7 @@ std::string_view nameOf(const Type& type) {
             return "string";
         case Kind::int64:
         case Kind::lenientInt64:
+        case Kind::numberEnumeration:
             return "int64";
         case Kind::uint32:
             return "uint32";
@@ -262,6 +263,8 @@ bool Reader::readValue(const Type& type, Value& value, void* place) {
             return readLenientInt64(value, as<LenientInt64>(place).value);
         case Kind::textEnumeration:
             return readTextEnumeration(type, value, place);
+        case Kind::numberEnumeration:
+            return readNumberEnumeration(type, value, place);
         case Kind::record:
             return readRecord(type.record(), value, place);
         case Kind::array:
@@ -363,6 +366,15 @@ bool Reader::readTextEnumeration(const Type& type, Value& value, void* place) {
     const auto found = std::find(type.texts.begin(), type.texts.end(), text);
     if (found == type.texts.end()) return corrupted("none of " + joined(type.texts));
     const auto which = static_cast<int>(found - type.texts.begin());
+    std::memcpy(place, &which, sizeof(which));
+    return true;
+}
+
+bool Reader::readNumberEnumeration(const Type& type, Value& value, void* place) {
+    std::int64_t number = 0;
+    if (!readInt64(value, number)) return false;
+    const auto found = std::find(type.numbers.begin(), type.numbers.end(), number);
+    const int which = found == type.numbers.end() ? type.unknown : *found;
     std::memcpy(place, &which, sizeof(which));
     return true;
 }

@@ -56,6 +56,7 @@ class Reader {
     bool readBoolean(Value& value, bool& out);
     bool readLenientInt64(Value& value, std::int64_t& out);
     bool readTextEnumeration(const Type& type, Value& value, void* place);
+    bool readNumberEnumeration(const Type& type, Value& value, void* place);
     bool readArray(const Type& type, Value& value, void* array);
     bool readStringMap(Value& value, std::map<std::string, std::string>& out);
     bool readMap(Value& value, JSONValue::Map& out);

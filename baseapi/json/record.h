@@ -31,6 +31,11 @@
 /// a function beside it:
 ///
 ///     friend constexpr auto wireTexts(Access) { return std::array<std::string_view, 2>{"READ", "WRITE"}; }
+///
+/// Or its cases are their own numbers, and a case `unknown` is read for every number but those in a function
+/// beside it:
+///
+///     friend constexpr auto wireNumbers(Outcome) { return std::array{0, 1, 2}; }
 
 #define BASEAPI_FIELDS(Type, ...)                                              \
     static constexpr std::string_view recordName = #Type;                      \

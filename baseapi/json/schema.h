@@ -29,6 +29,7 @@ enum class Kind : std::uint8_t {
     boolean,
     lenientInt64,
     textEnumeration,
+    numberEnumeration,
     record,
     array,
     stringMap,
@@ -57,8 +58,12 @@ struct Type {
     const Type* element = nullptr;
     const ArrayAccess* array = nullptr;
     const RecordCodec& (*record)() = nullptr;
-    /// Of an enumeration, in the order of its cases.
+    /// Of an enumeration of texts, in the order of its cases.
     std::span<const std::string_view> texts = {};
+    /// Of an enumeration of numbers.
+    std::span<const int> numbers = {};
+    /// The case that all other numbers are.
+    int unknown = 0;
 };
 
 /// How a field that may be absent is looked at, whatever holds its value.

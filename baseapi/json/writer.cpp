@@ -19,6 +19,13 @@ const T& as(const void* place) {
     return *static_cast<const T*>(place);
 }
 
+/// The number of an enumeration's case, whatever the enumeration.
+int caseAt(const void* place) {
+    int number = 0;
+    std::memcpy(&number, place, sizeof(number));
+    return number;
+}
+
 /// Whether a byte ends the run that can be copied as it is.
 constexpr std::array<bool, 256> needsEscape = [] {
     std::array<bool, 256> table{};
@@ -85,6 +92,8 @@ bool Writer::writeValue(const Type& type, const void* value) {
             return writeWord(as<bool>(value) ? "true" : "false");
         case Kind::textEnumeration:
             return writeTextEnumeration(type, value);
+        case Kind::numberEnumeration:
+            return writeInteger(std::int64_t{caseAt(value)});
         case Kind::record:
             return writeRecord(type.record(), value);
         case Kind::array:
@@ -144,9 +153,7 @@ bool Writer::writeString(std::string_view text) {
 }
 
 bool Writer::writeTextEnumeration(const Type& type, const void* value) {
-    int which = 0;
-    std::memcpy(&which, value, sizeof(which));
-    const auto place = static_cast<std::size_t>(which);
+    const auto place = static_cast<std::size_t>(caseAt(value));
     return place < type.texts.size() ? writeString(type.texts[place]) : fail("no case of the enumeration");
 }
 

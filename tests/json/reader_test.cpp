@@ -201,6 +201,34 @@ TEST(Reader, FailsOnACaseThatIsNoText) {
     EXPECT_EQ(readBadly<Lamp>(R"({"colour":null})").kind, Kind::valueNotFound);
 }
 
+TEST(Reader, ReadsANumberAsItsCase) {
+    using State = Valve::State;
+    const auto valve = readWell<Valve>(R"({"state":1,"before":7.0})");
+    EXPECT_EQ(valve.state, State::open);
+    EXPECT_EQ(valve.before, State::stuck);
+    EXPECT_EQ(readWell<Valve>(R"({"state":0,"before":null})").before, std::nullopt);
+    EXPECT_EQ(readWell<Valve>(R"({"state":0})").state, State::shut);
+}
+
+TEST(Reader, ReadsANumberThatIsNoCaseAsUnknown) {
+    for (const char* number :
+         {"2", "6", "8", "-1", "-3", "4294967296", "4294967297", "-9223372036854775808"}) {
+        const auto valve = readWell<Valve>(std::string(R"({"state":1,"before":)") + number + "}");
+        EXPECT_EQ(valve.before, Valve::State::unknown) << number;
+    }
+}
+
+TEST(Reader, FailsOnACaseThatIsNoInteger) {
+    const auto error = readBadly<Valve>(R"({"state":"1"})");
+    EXPECT_EQ(error.description(), "type mismatch: int64 at state (found a string)");
+    for (const char* value : {"1.5", "true", "9223372036854775808", "[1]", "{}"})
+        EXPECT_EQ(readBadly<Valve>(std::string(R"({"state":)") + value + "}").kind, Kind::typeMismatch)
+            << value;
+    EXPECT_EQ(readBadly<Valve>("{}").description(), "key not found: state (Valve cannot be without it)");
+    EXPECT_EQ(readBadly<Valve>(R"({"state":null})").description(),
+              "value not found: int64 at state (found null)");
+}
+
 TEST(Reader, FailsWhenATextStandsForANumber) {
     EXPECT_EQ(readBadly<Page>(R"({"pageSize":"10"})").kind, Kind::typeMismatch);
 }

@@ -10,6 +10,7 @@ template const RecordCodec& codecOf<sample::Page>();
 template const RecordCodec& codecOf<sample::Sparse>();
 template const RecordCodec& codecOf<sample::Device>();
 template const RecordCodec& codecOf<sample::Lamp>();
+template const RecordCodec& codecOf<sample::Valve>();
 template const RecordCodec& codecOf<sample::Ticket>();
 template const RecordCodec& codecOf<sample::Everything>();
 

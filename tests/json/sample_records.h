@@ -77,6 +77,17 @@ struct Lamp {
     BASEAPI_FIELDS(Lamp, colour, before)
 };
 
+/// An enumeration of numbers, both where it can be absent and where it cannot.
+struct Valve {
+    enum class State { shut, open, stuck = 7, unknown = -3 };
+    friend constexpr auto wireNumbers(State) { return std::array{0, 1, 7}; }
+
+    State state = State::unknown;
+    std::optional<State> before;
+
+    BASEAPI_FIELDS(Valve, state, before)
+};
+
 /// Made only with its field given.
 struct Ticket {
     explicit Ticket(std::int64_t newNumber) : number(newNumber) {}

@@ -67,6 +67,11 @@ TEST(Writer, RefusesWhatIsNoCase) {
     }
 }
 
+TEST(Writer, WritesACaseAsItsNumber) {
+    EXPECT_EQ(encode(Valve{}), R"({"state":-3})");
+    EXPECT_EQ(encode(Valve{Valve::State::open, Valve::State::stuck}), R"({"state":1,"before":7})");
+}
+
 TEST(Writer, WritesTheEndsOfTheIntegers) {
     EXPECT_EQ(encode(Page{std::numeric_limits<std::int64_t>::min(), {}}),
               R"({"pageSize":-9223372036854775808})");
