@@ -3,6 +3,8 @@
 #include "baseapi/api/album/album_impl.h"
 #include "baseapi/api/backup/backup_impl.h"
 #include "baseapi/api/carrier/carrier_impl.h"
+#include "baseapi/api/favor/favor_impl.h"
+#include "baseapi/api/favor/revision_impl.h"
 #include "baseapi/api/files/file_impl.h"
 #include "baseapi/api/job/job_impl.h"
 #include "baseapi/api/share/share_impl.h"
@@ -20,12 +22,14 @@ CloudInstance::CloudInstance()
     : userImpl_(makeUserImpl().release()),
       fileImpl_(makeFileImpl().release()),
       shareImpl_(makeShareImpl().release()),
+      favorImpl_(makeFavorImpl().release()),
       jobImpl_(makeJobImpl().release()),
       carrierImpl_(makeCarrierImpl().release()),
       transferImpl_(new TransferImpl),
       backupImpl_(makeBackupImpl().release()),
       shareFolderImpl_(makeShareFolderImpl().release()),
       albumImpl_(makeAlbumImpl().release()),
+      revisionImpl_(makeRevisionImpl().release()),
       spaceImpl_(makeSpaceImpl().release()),
       folderSyncImpl_(makeFolderSyncImpl().release()),
       phoneBackupImpl_(new PhoneBackupImpl) {}

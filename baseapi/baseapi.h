@@ -6,6 +6,8 @@
 #include "baseapi/api/album/i_album.h"
 #include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/carrier/i_carrier.h"
+#include "baseapi/api/favor/i_favor.h"
+#include "baseapi/api/favor/i_revision.h"
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/job/i_job.h"
 #include "baseapi/api/records/archive_data.h"

@@ -7,6 +7,8 @@
 #include "baseapi/api/album/i_album.h"
 #include "baseapi/api/backup/i_back_up.h"
 #include "baseapi/api/carrier/i_carrier.h"
+#include "baseapi/api/favor/i_favor.h"
+#include "baseapi/api/favor/i_revision.h"
 #include "baseapi/api/files/i_file.h"
 #include "baseapi/api/job/i_job.h"
 #include "baseapi/api/share/i_share.h"
@@ -148,11 +150,13 @@ std::vector<Operation> makeOperations() {
     add(all, instance.getUserImpl());
     add(all, instance.getFileImpl());
     add(all, instance.getShareImpl());
+    add(all, instance.getFavorImpl());
     add(all, instance.getJobImpl());
     add(all, instance.getCarrierImpl());
     add(all, instance.getBackupImpl());
     add(all, instance.getShareFolderImpl());
     add(all, instance.getAlbumImpl());
+    add(all, instance.getRevisionImpl());
     add(all, instance.getSpaceImpl());
     add(all, instance.getfolderSyncImpl());
     return all;

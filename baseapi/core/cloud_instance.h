@@ -11,10 +11,12 @@ namespace baseapi {
 class IAlbum;
 class IBackUp;
 class ICarrier;
+class IFavor;
 class IFile;
 class IFolderSync;
 class IJob;
 class IPhoneBackup;
+class IRevision;
 class IShare;
 class IShareFolder;
 class ISliceFile;
@@ -60,12 +62,14 @@ class CloudInstance {
     IUser& getUserImpl() const { return *userImpl_; }
     IFile& getFileImpl() const { return *fileImpl_; }
     IShare& getShareImpl() const { return *shareImpl_; }
+    IFavor& getFavorImpl() const { return *favorImpl_; }
     IJob& getJobImpl() const { return *jobImpl_; }
     ICarrier& getCarrierImpl() const { return *carrierImpl_; }
     ITransfer& getTransferImpl() const { return *transferImpl_; }
     IBackUp& getBackupImpl() const { return *backupImpl_; }
     IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
     IAlbum& getAlbumImpl() const { return *albumImpl_; }
+    IRevision& getRevisionImpl() const { return *revisionImpl_; }
     ISpace& getSpaceImpl() const { return *spaceImpl_; }
     IFolderSync& getfolderSyncImpl() const { return *folderSyncImpl_; }
     IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
@@ -78,12 +82,14 @@ class CloudInstance {
     IUser* userImpl_;
     IFile* fileImpl_;
     IShare* shareImpl_;
+    IFavor* favorImpl_;
     IJob* jobImpl_;
     ICarrier* carrierImpl_;
     ITransfer* transferImpl_;
     IBackUp* backupImpl_;
     IShareFolder* shareFolderImpl_;
     IAlbum* albumImpl_;
+    IRevision* revisionImpl_;
     ISpace* spaceImpl_;
     IFolderSync* folderSyncImpl_;
     IPhoneBackup* phoneBackupImpl_;

@@ -34,16 +34,17 @@ TEST(Operations, AllOfTheInterfacesAreThereInTheirOrder) {
             "getAccessFiles", "createDirectory", "fileComplete", "fileRename", "filesCreate", "fileSearch",
             "filesList", "filesPath", "filesStatsDir", "getDownloadUrl", "getFileDetail", "getUploadUrl",
             "getFilePreviewUrl", "getShares", "createShare", "cancelShare", "getShareDetail",
-            "modifyShareDetail", "getShareFiles", "cancelJobs", "createJobs", "getJobDetailById", "getJobs",
-            "standardPackages", "standardPackagesOrders", "operationBatch", "notifyPackageExpire",
-            "unbindDevice", "bindDevice", "getDevices", "createBackupLock", "keepBackupLock",
-            "deleteBackupLock", "backupComplete", "backupDelete", "backupGet", "createRecord", "getRecords",
-            "getRecordFiles", "createRecordFile", "addScope", "deleteScope", "getScope", "listConfigInfos",
-            "getConfigInfo", "addConfigInfo", "updateConfigInfo", "shareFolderCreate", "shareFolderRename",
-            "shareFolderDelete", "shareFolderDetail", "shareFolderList", "shareFolderAlbumList",
-            "albumCreate", "albumUpdate", "albumDelete", "albumList", "albumContentList", "albumContentAdd",
-            "albumContentDelete", "batchGetSpace", "createSyncFolder", "closeSyncFolder",
-            "getSyncFolderStartCursor", "listChangeSyncFolder", "walkFileSyncFolder"));
+            "modifyShareDetail", "getShareFiles", "getStarFiles", "getStarBatch", "cancelJobs", "createJobs",
+            "getJobDetailById", "getJobs", "standardPackages", "standardPackagesOrders", "operationBatch",
+            "notifyPackageExpire", "unbindDevice", "bindDevice", "getDevices", "createBackupLock",
+            "keepBackupLock", "deleteBackupLock", "backupComplete", "backupDelete", "backupGet",
+            "createRecord", "getRecords", "getRecordFiles", "createRecordFile", "addScope", "deleteScope",
+            "getScope", "listConfigInfos", "getConfigInfo", "addConfigInfo", "updateConfigInfo",
+            "shareFolderCreate", "shareFolderRename", "shareFolderDelete", "shareFolderDetail",
+            "shareFolderList", "shareFolderAlbumList", "albumCreate", "albumUpdate", "albumDelete",
+            "albumList", "albumContentList", "albumContentAdd", "albumContentDelete", "updateRevision",
+            "batchGetSpace", "createSyncFolder", "closeSyncFolder", "getSyncFolderStartCursor",
+            "listChangeSyncFolder", "walkFileSyncFolder"));
 }
 
 TEST(Operations, OneWithoutARecordNamesNone) {

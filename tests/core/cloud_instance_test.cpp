@@ -31,7 +31,9 @@ TEST(CloudInstance, GivesTheSameServiceObjectOnEachCall) {
     EXPECT_EQ(&instance.getShareImpl(), &instance.getShareImpl());
     EXPECT_EQ(&instance.getShareFolderImpl(), &instance.getShareFolderImpl());
     EXPECT_EQ(&instance.getAlbumImpl(), &instance.getAlbumImpl());
+    EXPECT_EQ(&instance.getRevisionImpl(), &instance.getRevisionImpl());
     EXPECT_EQ(&instance.getSpaceImpl(), &instance.getSpaceImpl());
+    EXPECT_EQ(&instance.getFavorImpl(), &instance.getFavorImpl());
     EXPECT_EQ(&instance.getJobImpl(), &instance.getJobImpl());
     EXPECT_EQ(&instance.getfolderSyncImpl(), &instance.getfolderSyncImpl());
     EXPECT_EQ(&instance.getCarrierImpl(), &instance.getCarrierImpl());

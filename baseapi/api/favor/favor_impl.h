@@ -1,0 +1,12 @@
+#pragma once
+
+#include <memory>
+
+#include "baseapi/api/favor/i_favor.h"
+
+namespace baseapi {
+
+/// The implementation over the service's REST calls; it has no state.
+std::unique_ptr<IFavor> makeFavorImpl();
+
+}  // namespace baseapi
