@@ -70,7 +70,7 @@ std::shared_ptr<test_support::AddressBookDouble> addressBookOf(int count) {
     return book;
 }
 
-std::string contentOf(const std::filesystem::path& file) {
+std::string textOfFile(const std::filesystem::path& file) {
     std::ifstream input(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(input), {}};
 }
@@ -106,7 +106,7 @@ void measureImport(int count, const std::filesystem::path& file) {
 }
 
 void measureParsingByHand(int count, const std::filesystem::path& file) {
-    const auto text = contentOf(file);
+    const auto text = textOfFile(file);
     std::vector<ViewedContact> parsed;
     printMeasured([&] { parsed = parseByHand(text); });
     require(parsed.size() == static_cast<std::size_t>(count), "not all contacts were read");

@@ -14,7 +14,7 @@ struct Overloaded : Functions... {
     using Functions::operator()...;
 };
 
-std::string quoted(std::string_view text) {
+std::string literalOf(std::string_view text) {
     return '"' + jsonEscaped(text) + '"';
 }
 
@@ -76,12 +76,12 @@ std::string JsonLine::text(const std::function<std::string(std::string)>& mask) 
     std::string line = "{";
     for (const auto& [key, value] : fields_) {
         if (line.size() > 1) line += ',';
-        line += quoted(key) + ':';
+        line += literalOf(key) + ':';
         line += std::visit(Overloaded{[](std::nullptr_t) { return std::string("null"); },
                                       [](bool it) { return std::string(it ? "true" : "false"); },
                                       [](std::int64_t it) { return std::to_string(it); },
                                       [](double it) { return numberText(it); },
-                                      [&](const std::string& it) { return quoted(mask(it)); },
+                                      [&](const std::string& it) { return literalOf(mask(it)); },
                                       [&](const Json& it) { return masked(it.text, mask); }},
                            value);
     }

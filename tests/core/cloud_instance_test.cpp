@@ -38,6 +38,7 @@ TEST(CloudInstance, GivesTheSameServiceObjectOnEachCall) {
     EXPECT_EQ(&instance.getfolderSyncImpl(), &instance.getfolderSyncImpl());
     EXPECT_EQ(&instance.getCarrierImpl(), &instance.getCarrierImpl());
     EXPECT_EQ(&instance.getTransferImpl(), &instance.getTransferImpl());
+    EXPECT_EQ(&instance.getPhoneBackupImpl(), &instance.getPhoneBackupImpl());
 }
 
 TEST(CloudInstance, StartsWithoutSessionValuesAndKeepsWhatTheHostSets) {

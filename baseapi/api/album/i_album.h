@@ -19,11 +19,11 @@ class IAlbum {
     virtual void albumCreate(std::optional<CreateAlbumReq> bean,
                              NetworkCallback<CreateAlbumResp> onCallback) = 0;
 
-    /// Changes an album.
+    /// Changes an album. An absent `albumId` goes into the path as empty; an absent `req` is sent as null.
     virtual void albumUpdate(std::optional<UpdateAlbumReqEx> bean,
                              NetworkCallback<BaseResponse> onCallback) = 0;
 
-    /// Deletes an album.
+    /// Deletes an album. An absent `albumId` goes into the path as empty.
     virtual void albumDelete(std::optional<DeleteAlbumReq> bean,
                              NetworkCallback<BaseResponse> onCallback) = 0;
 
@@ -31,7 +31,7 @@ class IAlbum {
     virtual void albumList(std::optional<GetAlbumListReq> bean,
                            NetworkCallback<ListAlbumsResp> onCallback) = 0;
 
-    /// The files of an album, one page a call.
+    /// The files of an album, one page a call. An absent `albumId` goes into the path as empty.
     virtual void albumContentList(std::optional<GetAlbumFileListReq> bean,
                                   NetworkCallback<ListAlbumContentResp> onCallback) = 0;
 

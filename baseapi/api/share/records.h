@@ -212,6 +212,7 @@ struct CommonShareLink {
 
 /// What `getShares` takes.
 struct GetShareBean {
+    /// All six values, as none of them has a default.
     GetShareBean(std::int64_t size, std::optional<std::string> cursor, std::optional<std::int64_t> type,
                  std::optional<std::int64_t> direction, std::optional<std::string> name,
                  std::optional<std::string> image)
@@ -221,6 +222,7 @@ struct GetShareBean {
           sortDirection(direction),
           displayName(std::move(name)),
           imageProcess(std::move(image)) {}
+    /// What an answer is read into; not for a request.
     static GetShareBean empty() { return {}; }
 
     /// 0 is not sent.
@@ -241,7 +243,7 @@ struct GetShareBean {
 
 /// What `getShares` answers.
 struct GetShareResponse : BaseResponse {
-    /// What the next call takes as `pageCursor`; absent on the last page.
+    /// What the next call takes as `pageCursor`.
     std::optional<std::string> nextCursor;
     std::optional<std::vector<ShareByMeLink>> shareLinks;
 
@@ -344,7 +346,7 @@ struct ModifyShareDetailResponse : BaseResponse {
 struct GetShareFilesBean {
     /// Which link.
     std::optional<std::string> shortUrl;
-    /// The folder to list; absent for the top of the link.
+    /// The folder to list.
     std::optional<std::string> parentFolder;
     std::int64_t pageSize = 100;
     std::optional<std::string> pageCursor;
@@ -362,7 +364,7 @@ struct GetShareFilesBean {
 
 /// What `getShareFiles` answers.
 struct GetShareFilesResponse : BaseResponse {
-    /// What the next call takes as `pageCursor`; absent on the last page.
+    /// What the next call takes as `pageCursor`.
     std::optional<std::string> nextCursor;
     std::optional<std::vector<ShareFile>> files;
     std::optional<CommonShareLink> link;

@@ -19,7 +19,7 @@ class IUser {
     /// the host sets `CloudInstance::token` to the answer's `accessToken`.
     virtual void getToken(std::optional<AuthCodeBean> bean, NetworkCallback<UserAuthResp> onCallback) = 0;
 
-    /// The space of an owner.
+    /// The space of an owner. An absent `ownerId` goes into the path as empty.
     virtual void getSpace(std::optional<GetSpaceBean> bean, NetworkCallback<GetSpaceResp> onCallback) = 0;
 
     /// All about one user. `userId` must be there.
