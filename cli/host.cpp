@@ -60,12 +60,13 @@ void Host::waitFor(const std::function<bool()>& done) const {
     if (parts_.monitor.interrupted()) throw Interrupted{};
 }
 
-void Host::settle(const std::weak_ptr<void>& run) const {
+void Host::settle(const std::weak_ptr<void>& run) {
     const auto& http = *baseapi::platform().http;
-    const auto end = std::chrono::steady_clock::now() + longestSettling;
+    if (!settlingEnd_) settlingEnd_ = std::chrono::steady_clock::now() + longestSettling;
     // A run queues its last request before it goes, and a request is under way before it leaves the queue.
     const auto settled = [&] { return run.expired() && queue_->idle() && http.running() == 0; };
-    while (!settled() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(settlingStep);
+    while (!settled() && std::chrono::steady_clock::now() < *settlingEnd_)
+        std::this_thread::sleep_for(settlingStep);
 }
 
 void Host::requireCodeZero(const std::string& what, const baseapi::BaseResponse& response) {

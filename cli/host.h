@@ -82,8 +82,9 @@ class Host {
     /// Throws `Interrupted` where a Ctrl-C came, once `done` or when the patience is over.
     void waitFor(const std::function<bool()>& done) const;
 
-    /// Waits until the library has let go of `run` and no request is under way, but not for long.
-    void settle(const std::weak_ptr<void>& run = {}) const;
+    /// Waits until the library has let go of `run` and no request is under way, but not for long; what one
+    /// call has waited, the next one does not wait again.
+    void settle(const std::weak_ptr<void>& run = {});
 
   private:
     /// The answer of the call that `begin` begins.
@@ -110,6 +111,7 @@ class Host {
     std::shared_ptr<HostLog> log_;
     std::shared_ptr<CountedQueue> queue_;
     std::unique_ptr<TokenFile> tokenFile_;
+    std::optional<std::chrono::steady_clock::time_point> settlingEnd_;
 };
 
 }  // namespace quillbox

@@ -1,5 +1,6 @@
 #include "cli/lent_address_book.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "cli/output.h"
@@ -21,8 +22,39 @@ std::optional<baseapi::AddressBookError> LentAddressBook::enumerateContacts(
         ++count;
         visit(std::move(contact));
     });
-    if (!error && onCounted) onCounted(count);
+    if (error) return error;
+    {
+        std::lock_guard lock(mutex_);
+        wasRead_ = true;
+    }
+    if (onCounted) onCounted(count);
+    return std::nullopt;
+}
+
+std::optional<baseapi::AddressBookError> LentAddressBook::execute(
+    const baseapi::ContactSaveRequest& request) noexcept {
+    auto error = folder_->execute(request);
+    const auto added = static_cast<std::int64_t>(request.added.size());
+    std::lock_guard lock(mutex_);
+    // Contacts that cannot be added together come again, one by one.
+    tally_.given = std::max(tally_.given, added);
+    if (error) {
+        tally_.problem = error->message;
+    } else {
+        tally_.saved += added;
+        tally_.removed += static_cast<std::int64_t>(request.deleted.size());
+    }
     return error;
+}
+
+bool LentAddressBook::wasRead() const {
+    std::lock_guard lock(mutex_);
+    return wasRead_;
+}
+
+LentAddressBook::Tally LentAddressBook::tally() const {
+    std::lock_guard lock(mutex_);
+    return tally_;
 }
 
 }  // namespace quillbox

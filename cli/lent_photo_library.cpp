@@ -59,11 +59,24 @@ void LentPhotoLibrary::requestImageData(const baseapi::PhotoAsset& asset, const 
         });
 }
 
+void LentPhotoLibrary::requestVideoFile(const baseapi::PhotoAsset& asset, const RequestOptions& options,
+                                        std::function<void(std::optional<std::string>)> answer) {
+    library_->requestVideoFile(asset, options,
+                               [this, answer = std::move(answer)](std::optional<std::string> path) {
+                                   if (path) {
+                                       std::lock_guard lock(mutex_);
+                                       lentFiles_.insert(*path);
+                                   }
+                                   answer(std::move(path));
+                               });
+}
+
 std::string LentPhotoLibrary::originalOf(const std::string& path) {
     std::error_code error;
     const auto size = std::filesystem::file_size(path, error);
     if (error) return path;
     std::lock_guard lock(mutex_);
+    if (lentFiles_.contains(path)) return path;
     const auto [begin, end] = originals_.equal_range(size);
     const bool isAlone = begin != end && std::next(begin) == end;
     const auto found = std::find_if(

@@ -38,9 +38,7 @@ class LentPhotoLibrary final : public baseapi::PhotoLibrary {
     void requestImageData(const baseapi::PhotoAsset& asset, const RequestOptions& options,
                           std::function<void(std::optional<std::string>)> answer) override;
     void requestVideoFile(const baseapi::PhotoAsset& asset, const RequestOptions& options,
-                          std::function<void(std::optional<std::string>)> answer) override {
-        library_->requestVideoFile(asset, options, std::move(answer));
-    }
+                          std::function<void(std::optional<std::string>)> answer) override;
     void requestContentEditingInput(const baseapi::PhotoAsset& asset, const ContentEditingOptions& options,
                                     std::function<void(ContentEditingAnswer)> answer) override {
         library_->requestContentEditingInput(asset, options, std::move(answer));
@@ -57,6 +55,8 @@ class LentPhotoLibrary final : public baseapi::PhotoLibrary {
     std::set<std::filesystem::path> warnedOf_;
     /// Pictures that have been copied, by their size in bytes.
     std::multimap<std::uintmax_t, std::string> originals_;
+    /// Files of the folder itself, which the library backs up from where they lie.
+    std::set<std::string> lentFiles_;
     std::vector<std::string> copies_;
 };
 

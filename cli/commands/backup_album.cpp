@@ -29,10 +29,9 @@ class BackupAlbum : public Command {
     }
 
     ExitStatus run(Host& host) override {
-        const auto status =
-            backup_.run(host, baseapi::CloudInstance::shared().getPhoneBackupImpl(), options_);
-        library_->removeCopies();
-        return status;
+        // Also where an interrupted run has not come to its end.
+        const std::shared_ptr<void> removal(nullptr, [this](void*) { library_->removeCopies(); });
+        return backup_.run(host, baseapi::CloudInstance::shared().getPhoneBackupImpl(), options_);
     }
 
   private:

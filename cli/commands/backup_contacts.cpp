@@ -112,14 +112,22 @@ class BackupContacts : public Command {
         };
     }
 
-    static ExitStatus tellEnd(Host& host, const BackupContactResult& end) {
-        return end.visit([](const BackupContactResult::success&) { return ExitStatus::success; },
+    ExitStatus tellEnd(Host& host, const BackupContactResult& end) const {
+        return end.visit([&](const BackupContactResult::success&) { return tellSuccess(host.output()); },
                          [&](const BackupContactResult::failure& it) {
                              auto text = backupFailureText(backupName, it.errorCode, it.errorMessage);
                              if (const auto cause = host.uploadCause().cause()) text += ": " + *cause;
                              host.output().note("quillbox: " + text);
                              return ExitStatus::failure;
                          });
+    }
+
+    /// To the library, a book that was lost on the way is an empty one.
+    ExitStatus tellSuccess(Output& output) const {
+        if (!book_->wasRead())
+            output.note(
+                "quillbox: warning: the address book could not be read, so the backup holds no contact");
+        return ExitStatus::success;
     }
 
     BackupOptions options_;

@@ -10,6 +10,7 @@
 #include "cli/host.h"
 #include "cli/lent_address_book.h"
 #include "cli/options.h"
+#include "cli/quantity.h"
 
 namespace quillbox {
 namespace {
@@ -30,7 +31,8 @@ class RestoreContacts : public Command {
     }
 
     void equip(const Equipment& equipment) override {
-        equipment.platform.addressBook = std::make_shared<LentAddressBook>(folder_, equipment.output);
+        book_ = std::make_shared<LentAddressBook>(folder_, equipment.output);
+        equipment.platform.addressBook = book_;
     }
 
     ExitStatus run(Host& host) override {
@@ -47,12 +49,25 @@ class RestoreContacts : public Command {
             });
         if (!host.monitor().wait([&] { return end->has_value(); })) throw Interrupted{};
         const auto* failure = std::get_if<ContactResult::onFailure>(&(*end)->value);
-        if (failure == nullptr) return ExitStatus::success;
+        if (failure == nullptr) return tellSaved(host.output());
         host.output().note("quillbox: " + backupFailureText(restoreName, failure->code, failure->message));
         return ExitStatus::failure;
     }
 
   private:
+    /// The library counts a restore as a success however many of the contacts were saved.
+    ExitStatus tellSaved(Output& output) const {
+        const auto [given, saved, removed, problem] = book_->tally();
+        if (given == 0)
+            output.note("quillbox: warning: no contact was restored, as the backup's file holds none");
+        if (saved == given) return ExitStatus::success;
+        auto text = std::to_string(given - saved) + " of " + countText(given, "contact") +
+                    " could not be saved: " + problem;
+        if (removed > 0) text += "; " + std::to_string(removed) + " that they replace were removed before";
+        output.note("quillbox: " + text);
+        return ExitStatus::failure;
+    }
+
     static void tell(Output& output, const ContactResult& result) {
         result.visit(
             [&](const ContactResult::onProgress& it) {
@@ -75,6 +90,7 @@ class RestoreContacts : public Command {
     std::string record_;
     std::string folder_;
     std::optional<std::string> hash_;
+    std::shared_ptr<LentAddressBook> book_;
 };
 
 }  // namespace

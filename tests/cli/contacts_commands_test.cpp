@@ -214,6 +214,43 @@ TEST_F(ContactsCommandsTest, ADownloadThatBreaksFailsTheRestore) {
     EXPECT_THAT(cardsOf("new"), IsEmpty());
 }
 
+TEST_F(ContactsCommandsTest, ARestoreOfWhatHoldsNoContactIsWarnedOf) {
+    makeBook(2);
+    EXPECT_EQ(backup().status, 0);
+    plan(R"({"verb":"GET","path":"/_content/*","kind":"html"})");
+    const auto result = restore(record(), "new");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "quillbox: warning: no contact was restored, as the backup's file holds none\n");
+}
+
+TEST_F(ContactsCommandsTest, ContactsThatCannotBeSavedFailTheRestore) {
+    makeBook(2);
+    EXPECT_EQ(backup().status, 0);
+    const auto id = record();
+    fs::create_directories(home_ / "new");
+    stall("GET", "/_content/*");
+    QuillboxProcess process({"restore", "contacts", "--record", id, "--address-book", "new", "--json"},
+                            signedIn());
+    ASSERT_TRUE(waitForStall());
+    fs::remove(home_ / "new");
+    release();
+    EXPECT_EQ(process.wait(), 1);
+    EXPECT_THAT(process.lines().back(), HasSubstr("onSuccess"));
+    EXPECT_THAT(process.error(), HasSubstr("quillbox: 2 of 2 contacts could not be saved: "));
+}
+
+TEST_F(ContactsCommandsTest, ABookThatIsLostBeforeItIsReadIsWarnedOf) {
+    makeBook(2);
+    stall("POST", "/quillbox/ose/v1/backup/record");
+    QuillboxProcess process(line({"--json"}), signedIn());
+    ASSERT_TRUE(waitForStall());
+    fs::remove_all(home_ / "book");
+    release();
+    EXPECT_EQ(process.wait(), 0);
+    EXPECT_EQ(process.error(),
+              "quillbox: warning: the address book could not be read, so the backup holds no contact\n");
+}
+
 TEST_F(ContactsCommandsTest, AtCtrlCARestoreIsWaitedForToItsEnd) {
     makeBook(2);
     EXPECT_EQ(backup().status, 0);
