@@ -1,9 +1,8 @@
 #include "quillboxd/store/backup_devices.h"
 
-#include <charconv>
-
 #include "quillboxd/handlers/backup_json.h"
 #include "quillboxd/handlers/handlers.h"
+#include "quillboxd/handlers/parameters.h"
 
 namespace quillboxd::backup {
 namespace {
@@ -71,20 +70,6 @@ std::variant<Scope, ApiError> tryToAdd(BackupDevices store, std::int64_t device,
 }
 
 }  // namespace
-
-std::int64_t numberIn(std::string_view text, std::string_view what) {
-    std::int64_t number = 0;
-    const auto end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end) badRequest(std::string(what) + " must be an integer of 64 bits");
-    return number;
-}
-
-std::string requiredParameter(const Call& call, std::string_view name) {
-    auto value = call.request.parameter(name);
-    if (!value) badRequest("\"" + std::string(name) + "\" is missing in the query");
-    return *std::move(value);
-}
 
 json::object deviceFields(const Device& device) {
     json::object fields{{"machineCode", device.machineCode}, {"createTime", device.createdTime}};

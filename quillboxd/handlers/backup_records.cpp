@@ -5,6 +5,7 @@
 #include "quillboxd/handlers/backup_json.h"
 #include "quillboxd/handlers/file_create.h"
 #include "quillboxd/handlers/handlers.h"
+#include "quillboxd/handlers/parameters.h"
 #include "quillboxd/store/backup_locks.h"
 
 namespace quillboxd::backup {
