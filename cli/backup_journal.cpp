@@ -15,10 +15,9 @@ constexpr std::string_view leadsBack = "generateFileDetailBeans link leads back 
 void BackupJournal::expect(std::string file, std::int64_t size,
                            std::shared_ptr<const std::string> cloudPath) {
     std::lock_guard lock(mutex_);
-    const auto [entry, isNew] = entries_.try_emplace(std::move(file));
-    if (!isNew) return;
-    entry->second.size = size;
-    entry->second.cloudPath = std::move(cloudPath);
+    auto& entry = entries_[std::move(file)];
+    entry.size = size;
+    entry.waiting.push_back(std::move(cloudPath));
     progress_.allBytes += size;
     ++progress_.allFiles;
 }
@@ -26,7 +25,10 @@ void BackupJournal::expect(std::string file, std::int64_t size,
 std::shared_ptr<FileTrail> BackupJournal::begin(const std::string& file) {
     auto trail = std::make_shared<FileTrail>(file);
     std::lock_guard lock(mutex_);
-    entries_[file].trail = trail;
+    auto& entry = entries_[file];
+    entry.trails.push_back(trail);
+    // Which of its scopes has come to it is not known; the library takes them in their order.
+    if (!entry.waiting.empty()) entry.waiting.erase(entry.waiting.begin());
     return trail;
 }
 
@@ -38,7 +40,7 @@ void BackupJournal::read(std::span<const std::string_view> pieces) {
     const auto& trail = FileTrail::ofThread();
     if (!trail) return;
     trail->cause.read(pieces);
-    if (beginning.starts_with(uploaded)) succeeded(*trail);
+    if (beginning.starts_with(uploaded)) succeeded(trail);
 }
 
 void BackupJournal::readOfWalk(std::string_view line) {
@@ -89,14 +91,13 @@ void BackupJournal::moved(FileTrail& trail, std::int64_t bytes) {
     tellProgress();
 }
 
-void BackupJournal::succeeded(const FileTrail& trail) {
+void BackupJournal::succeeded(const std::shared_ptr<FileTrail>& trail) {
     {
         std::lock_guard lock(mutex_);
-        auto& entry = entries_[trail.file];
-        if (std::exchange(entry.succeeded, true)) return;
-        entry.trail.reset();
+        auto& entry = entries_[trail->file];
+        if (std::erase(entry.trails, trail) == 0) return;
         // What the service had already has not moved, and is done all the same.
-        progress_.bytes += entry.size - trail.sent;
+        progress_.bytes += entry.size - trail->sent;
         ++progress_.files;
     }
     tellProgress();
@@ -113,17 +114,18 @@ void BackupJournal::tellProgress() const {
 std::vector<BackupJournal::Failure> BackupJournal::failures() const {
     std::vector<Failure> failures;
     std::unique_lock lock(mutex_);
-    for (const auto& [file, entry] : entries_)
-        if (!entry.succeeded) failures.push_back({file, entry.trail != nullptr, causeOf(entry)});
+    for (const auto& [file, entry] : entries_) {
+        for (const auto& trail : entry.trails) failures.push_back({file, true, trail->cause.cause()});
+        for (const auto& cloudPath : entry.waiting)
+            failures.push_back({file, false, folderCause(*cloudPath)});
+    }
     lock.unlock();
     std::ranges::sort(failures, {}, &Failure::file);
     return failures;
 }
 
-std::optional<std::string> BackupJournal::causeOf(const Entry& entry) const {
-    if (entry.trail) return entry.trail->cause.cause();
-    if (!entry.cloudPath) return std::nullopt;
-    auto cause = folders_.causeFor(*entry.cloudPath);
+std::optional<std::string> BackupJournal::folderCause(const std::string& cloudPath) const {
+    auto cause = folders_.causeFor(cloudPath);
     if (cause) cause->insert(0, "its folder could not be made: ");
     return cause;
 }

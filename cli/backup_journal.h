@@ -60,19 +60,20 @@ class BackupJournal {
     std::set<std::string> leftOut() const;
 
   private:
+    /// A file, which goes up once for each scope that it stands in.
     struct Entry {
         std::int64_t size = 0;
-        std::shared_ptr<const std::string> cloudPath;
-        bool succeeded = false;
-        /// Of a file that has begun and not succeeded.
-        std::shared_ptr<FileTrail> trail;
+        /// Where those that have not begun go.
+        std::vector<std::shared_ptr<const std::string>> waiting;
+        /// Of those that have begun and not succeeded.
+        std::vector<std::shared_ptr<FileTrail>> trails;
     };
     using Trails = std::unordered_map<std::string, std::weak_ptr<FileTrail>>;
 
     void readOfWalk(std::string_view line);
-    void succeeded(const FileTrail& trail);
+    void succeeded(const std::shared_ptr<FileTrail>& trail);
     void tellProgress() const;
-    std::optional<std::string> causeOf(const Entry& entry) const;
+    std::optional<std::string> folderCause(const std::string& cloudPath) const;
     std::shared_ptr<FileTrail> take(Trails& trails, const std::string& key);
 
     mutable std::mutex mutex_;

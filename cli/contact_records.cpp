@@ -8,6 +8,7 @@
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/json/codec.h"
 #include "cli/host.h"
+#include "cli/module_code.h"
 #include "cli/quantity.h"
 
 namespace quillbox {
@@ -40,7 +41,8 @@ std::optional<std::int64_t> contactsOfLastBackup(std::vector<baseapi::RecordDeta
 std::optional<std::int64_t> contactsOfLastBackup(const Host& host, std::int64_t deviceId) try {
     const auto answer = host.ask(
         "the backup records", baseapi::CloudInstance::shared().getBackupImpl(), &baseapi::IBackUp::getRecords,
-        std::optional(baseapi::GetRecordBean{.moduleCode = "102", .pageSize = 100, .deviceId = deviceId}));
+        std::optional(baseapi::GetRecordBean{
+            .moduleCode = module_code::contacts, .pageSize = 100, .deviceId = deviceId}));
     return contactsOfLastBackup(answer.data.value_or(std::vector<baseapi::RecordDetailBean>{}));
 } catch (const ServiceFailure&) {
     // The backup itself will tell what is wrong.

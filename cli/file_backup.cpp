@@ -1,12 +1,15 @@
 #include "cli/file_backup.h"
 
+#include <filesystem>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include "baseapi/core/backup_thread_pool_util.h"
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/core/constants.h"
+#include "cli/followed_run.h"
 #include "cli/host.h"
 #include "cli/job_display.h"
 #include "cli/quantity.h"
@@ -71,30 +74,27 @@ ExitStatus FileBackup::run(Host& host, baseapi::IPhoneBackup& service, const Bac
         host.output().note(
             "quillbox: this machine has one active processor, so no file is ever sent; see quillbox doctor");
     observe(host, std::move(scopes));
-    host.refreshToken();
 
     const auto run = std::make_shared<Run>(host.monitor(), host.output());
-    auto held = std::make_shared<char>();
-    const std::weak_ptr<void> underWay = held;
-    const bool started = (service.*kind_.start)(
-        "", options.deviceId, [run, held = std::move(held), name = kind_.name](const BackupResult& result) {
-            run->on(result, name);
-        });
-    if (!started && !run->end()) return tellNotStarted(host.output(), kind_.name);
-    host.interrupt().setWork(
-        {[this] {
-             cancelBackup(kind_.moduleCode);
-             slicer_->stop();
-         },
-         [this, run, &monitor = host.monitor()] {
-             bool reported = false;
-             monitor.change([&] { reported = run->reported(); });
-             return reported ? "the files that are being sent; no further one is begun, and " + kind_.name +
-                                   " is closed with what is there by then"
-                             : kind_.name + " to close";
-         }});
-    waitForBackup(host, kind_.moduleCode, options, [&] { return run->end().has_value(); });
-    host.settle(underWay);
+    const auto start = [&](std::shared_ptr<void> held) {
+        return (service.*kind_.start)("", options.deviceId,
+                                      [run, held = std::move(held), name = kind_.name](
+                                          const BackupResult& result) { run->on(result, name); });
+    };
+    const auto waitingFor = [name = kind_.name, run, &monitor = host.monitor()] {
+        bool reported = false;
+        monitor.change([&] { reported = run->reported(); });
+        return reported ? "the files that are being sent; no further one is begun, and " + name +
+                              " is closed with what is there by then"
+                        : name + " to close";
+    };
+    const FollowedRun work{kind_.moduleCode,
+                           kind_.name,
+                           start,
+                           [run] { return run->end().has_value(); },
+                           [slicer = slicer_] { slicer->stop(); },
+                           waitingFor};
+    if (!followRun(host, options, work)) return ExitStatus::failure;
     host.output().endProgress();
     return tellEnd(host, *run->end(), options);
 }
@@ -132,8 +132,10 @@ void FileBackup::tellFailures(Output& output, bool stopped) const {
             output.note(file + ": " + *cause);
         else if (stopped)
             ++notSent;
-        else
-            output.note(file + ": " + (begun ? "the cause is not known" : "there is no cloud folder for it"));
+        else if (begun)
+            output.note(file + ": the cause is not known");
+        else if (std::error_code ignored; std::filesystem::exists(file, ignored))
+            output.note(file + ": it was never begun; the cause is not known");
     }
     if (notSent > 0)
         output.note("quillbox: " + countText(notSent, "file") + " not sent, as the backup was stopped");

@@ -21,7 +21,7 @@ namespace quillbox {
 class FileBackup {
   public:
     struct Kind {
-        std::string moduleCode;
+        const char* moduleCode;
         /// In words, such as "the backup of the folders".
         std::string name;
         bool (baseapi::IPhoneBackup::*start)(const std::string&, std::int64_t, baseapi::BackupCallback);

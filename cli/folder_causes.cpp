@@ -68,4 +68,9 @@ std::optional<std::string> FolderCauses::causeFor(std::string cloudPath) const {
     return std::nullopt;
 }
 
+std::optional<std::string> FolderCauses::cause() const {
+    std::lock_guard lock(mutex_);
+    return causes_.empty() ? std::nullopt : std::optional(causes_.begin()->second);
+}
+
 }  // namespace quillbox

@@ -17,6 +17,8 @@ class FolderCauses {
     void read(std::span<const std::string_view> pieces);
     /// Why the folder of this cloud path, or one above it, could not be made; absent where that is not known.
     std::optional<std::string> causeFor(std::string cloudPath) const;
+    /// The cause of the topmost folder that could not be made.
+    std::optional<std::string> cause() const;
 
   private:
     void readWhole(std::string_view line);

@@ -53,7 +53,17 @@ std::string inOneLine(std::span<const std::string_view> pieces) {
     return line;
 }
 
+thread_local bool unwritten = false;
+
 }  // namespace
+
+HostLog::Unwritten::Unwritten() {
+    unwritten = true;
+}
+
+HostLog::Unwritten::~Unwritten() {
+    unwritten = false;
+}
 
 HostLog::HostLog(const std::string& destination) {
     if (destination == "-") {
@@ -75,7 +85,7 @@ HostLog::~HostLog() {
 
 void HostLog::line(std::span<const std::string_view> pieces) noexcept {
     reader_(pieces);
-    if (descriptor_ < 0) return;
+    if (descriptor_ < 0 || unwritten) return;
     if (std::any_of(pieces.begin(), pieces.end(), endsWithin)) {
         const auto line = inOneLine(pieces);
         const std::string_view whole = line;

@@ -27,6 +27,16 @@ class HostLog : public baseapi::LogSink {
 
     void line(std::span<const std::string_view> pieces) noexcept override;
 
+    /// While one lives, the lines of its thread are read and not written: they are of what the host does with
+    /// the library's means, beside a run that writes the same lines.
+    class Unwritten {
+      public:
+        Unwritten();
+        ~Unwritten();
+        Unwritten(const Unwritten&) = delete;
+        Unwritten& operator=(const Unwritten&) = delete;
+    };
+
     UploadCause& uploadCause() { return cause_; }
     /// What reads the lines in place of `uploadCause`, on the thread that logs; to be set before there are
     /// any.

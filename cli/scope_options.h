@@ -5,6 +5,7 @@
 #include <string>
 
 #include "baseapi/api/backup/records.h"
+#include "cli/module_code.h"
 
 namespace quillbox {
 
@@ -30,7 +31,7 @@ class ScopeOptions {
 
     std::optional<std::int64_t> deviceId_;
     /// That of backups of folders.
-    std::optional<std::string> module_ = "100";
+    std::optional<std::string> module_ = module_code::dirs;
 };
 
 void tellScope(Output& output, const baseapi::ScopeDetail& scope);

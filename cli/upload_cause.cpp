@@ -47,6 +47,9 @@ constexpr Saying sayings[] = {
     {"UploadTask: file or uploadUrl is null", "the service gave no address for a part"},
     {"uploadProcessTask cancel", "it was cancelled"},
     {"file hasCancel", "it was cancelled"},
+    {"VCardGenerator: Error generating VCF file - ", "the contacts cannot be written into a file: "},
+    {"down file error = ", "the download broke: "},
+    {"parseVCFFile error: ", "the file of the contacts cannot be read: "},
 };
 
 /// Whether a line that begins like this may be of interest, by its first bytes alone: most lines are not.
@@ -137,6 +140,7 @@ void UploadCause::readWhole(std::string_view line) {
 
 void UploadCause::say(const std::string& cause) {
     std::lock_guard lock(mutex_);
+    creation_ = {};
     if (!cause_) cause_ = cause;
 }
 

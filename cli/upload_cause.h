@@ -8,8 +8,8 @@
 
 namespace quillbox {
 
-/// Why an upload failed, read from the library's log lines as they pass: the library's own last event does
-/// not tell. Serves one upload at a time. Callable from any thread.
+/// Why an upload, or a run of the contacts, failed: read from the library's log lines as they pass, since the
+/// library's own last event does not tell. Serves one at a time. Callable from any thread.
 class UploadCause {
   public:
     /// One log line in pieces.

@@ -6,6 +6,7 @@
 #include "cli/file_backup.h"
 #include "cli/host.h"
 #include "cli/lent_photo_library.h"
+#include "cli/module_code.h"
 #include "cli/options.h"
 
 namespace quillbox {
@@ -38,7 +39,7 @@ class BackupAlbum : public Command {
     BackupOptions options_;
     std::string folder_;
     std::shared_ptr<LentPhotoLibrary> library_;
-    FileBackup backup_{{"101", "the backup of the album", &baseapi::IPhoneBackup::backupAlbum},
+    FileBackup backup_{{module_code::album, "the backup of the album", &baseapi::IPhoneBackup::backupAlbum},
                        [this](const std::string& path) { return library_->originalOf(path); }};
 };
 

@@ -10,9 +10,13 @@
 #include "cli/backup_options.h"
 #include "cli/commands/commands.h"
 #include "cli/contact_records.h"
+#include "cli/folder_causes.h"
+#include "cli/followed_run.h"
 #include "cli/host.h"
+#include "cli/host_log.h"
 #include "cli/job_display.h"
 #include "cli/lent_address_book.h"
+#include "cli/module_code.h"
 #include "cli/options.h"
 #include "hostkit/slice_file.h"
 
@@ -21,7 +25,6 @@ namespace {
 
 using baseapi::BackupContactResult;
 
-constexpr const char* moduleCode = "102";
 constexpr const char* backupName = "the backup of the contacts";
 
 /// The run as its callbacks see it, which the library may call after the command has ended.
@@ -77,6 +80,10 @@ class BackupContacts : public Command {
     void equip(const Equipment& equipment) override {
         book_ = std::make_shared<LentAddressBook>(folder_, equipment.output);
         equipment.platform.addressBook = book_;
+        equipment.log.setReader([this, &cause = equipment.log.uploadCause()](auto pieces) {
+            folders_.read(pieces);
+            cause.read(pieces);
+        });
     }
 
     ExitStatus run(Host& host) override {
@@ -84,20 +91,19 @@ class BackupContacts : public Command {
         cloud.sliceFile = std::make_shared<hostkit::SliceFile>(hostkit::SliceFile::Observers{
             [&host](const auto&, const std::string& why) { host.uploadCause().say(why); }, nullptr});
         warnOfContacts(host);
-        host.refreshToken();
-
         const auto run = std::make_shared<Run>(host);
-        auto held = std::make_shared<char>();
-        const std::weak_ptr<void> underWay = held;
-        const bool started = cloud.getPhoneBackupImpl().backupContact(
-            "", options_.deviceId, 0,
-            {[run, held = std::move(held)](const BackupContactResult& result) { run->on(result); },
-             [run](const baseapi::BackupProgress& progress) { run->on(progress); }});
-        if (!started) return tellNotStarted(host.output(), backupName);
-        host.interrupt().setWork(
-            {[] { cancelBackup(moduleCode); }, [] { return std::string(backupName) + " to close"; }});
-        waitForBackup(host, moduleCode, options_, [&] { return run->end().has_value(); });
-        host.settle(underWay);
+        const auto start = [&](std::shared_ptr<void> held) {
+            return cloud.getPhoneBackupImpl().backupContact(
+                "", options_.deviceId, 0,
+                {[run, held = std::move(held)](const BackupContactResult& result) { run->on(result); },
+                 [run](const baseapi::BackupProgress& progress) { run->on(progress); }});
+        };
+        const FollowedRun work{.moduleCode = module_code::contacts,
+                               .name = backupName,
+                               .start = start,
+                               .ended = [run] { return run->end().has_value(); },
+                               .waitingFor = [] { return std::string(backupName) + " to close"; }};
+        if (!followRun(host, options_, work)) return ExitStatus::failure;
         return tellEnd(host, *run->end());
     }
 
@@ -117,6 +123,7 @@ class BackupContacts : public Command {
                          [&](const BackupContactResult::failure& it) {
                              auto text = backupFailureText(backupName, it.errorCode, it.errorMessage);
                              if (const auto cause = host.uploadCause().cause()) text += ": " + *cause;
+                             if (const auto cause = folders_.cause()) text += ": " + *cause;
                              host.output().note("quillbox: " + text);
                              return ExitStatus::failure;
                          });
@@ -133,6 +140,7 @@ class BackupContacts : public Command {
     BackupOptions options_;
     std::string folder_;
     std::shared_ptr<LentAddressBook> book_;
+    FolderCauses folders_;
 };
 
 }  // namespace

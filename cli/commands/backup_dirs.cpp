@@ -15,6 +15,8 @@
 #include "cli/file_backup.h"
 #include "cli/folder_walk.h"
 #include "cli/host.h"
+#include "cli/host_log.h"
+#include "cli/module_code.h"
 #include "cli/options.h"
 #include "cli/quantity.h"
 #include "cli/text.h"
@@ -58,6 +60,7 @@ class BackupDirs : public Command {
         if (dryRun_) return tellWhatWouldBeSent(host);
         return backup_.run(host, baseapi::CloudInstance::shared().getPhoneBackupImpl(), options_,
                            [this, &output = host.output()](const auto& scopes) {
+                               const HostLog::Unwritten walkOfTheHost;
                                walkScopes(output, scopes, [this](baseapi::FileDetailBean&& file) {
                                    backup_.journal()->expect(std::move(file.filePath), file.fileSize,
                                                              std::move(file.cloudPath));
@@ -68,10 +71,10 @@ class BackupDirs : public Command {
   private:
     ExitStatus tellWhatWouldBeSent(Host& host) const {
         auto& output = host.output();
-        const auto answer = host.ask(
-            "the backup scopes", baseapi::CloudInstance::shared().getBackupImpl(),
-            &baseapi::IBackUp::getScope,
-            std::optional(baseapi::BaseScopeBean{.deviceId = options_.deviceId, .moduleCode = "100"}));
+        const auto answer = host.ask("the backup scopes", baseapi::CloudInstance::shared().getBackupImpl(),
+                                     &baseapi::IBackUp::getScope,
+                                     std::optional(baseapi::BaseScopeBean{.deviceId = options_.deviceId,
+                                                                          .moduleCode = module_code::dirs}));
         std::int64_t files = 0;
         std::int64_t bytes = 0;
         walkScopes(output, answer.scopeList, [&](const baseapi::FileDetailBean& file) {
@@ -96,7 +99,7 @@ class BackupDirs : public Command {
 
     BackupOptions options_;
     bool dryRun_ = false;
-    FileBackup backup_{{"100", "the backup of the folders", &baseapi::IPhoneBackup::backupDirs},
+    FileBackup backup_{{module_code::dirs, "the backup of the folders", &baseapi::IPhoneBackup::backupDirs},
                        [](const std::string& path) { return path; }};
 };
 

@@ -5,8 +5,8 @@
 #include "baseapi/backup/i_phone_backup.h"
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/platform/platform.h"
-#include "cli/backup_options.h"
 #include "cli/commands/commands.h"
+#include "cli/followed_run.h"
 #include "cli/host.h"
 #include "cli/lent_address_book.h"
 #include "cli/options.h"
@@ -50,7 +50,9 @@ class RestoreContacts : public Command {
         if (!host.monitor().wait([&] { return end->has_value(); })) throw Interrupted{};
         const auto* failure = std::get_if<ContactResult::onFailure>(&(*end)->value);
         if (failure == nullptr) return tellSaved(host.output());
-        host.output().note("quillbox: " + backupFailureText(restoreName, failure->code, failure->message));
+        auto text = backupFailureText(restoreName, failure->code, failure->message);
+        if (const auto cause = host.uploadCause().cause()) text += ": " + *cause;
+        host.output().note("quillbox: " + text);
         return ExitStatus::failure;
     }
 

@@ -138,6 +138,30 @@ TEST_F(BackupDirsTest, FilesOfAFolderThatCouldNotBeMadeAreToldWithTheFoldersCaus
                   ": its folder could not be made: the service refused to make it: 403 not here\n");
 }
 
+TEST_F(BackupDirsTest, AScopeInsideAnotherIsWarnedOf) {
+    make("tree/inner/a.txt", "a");
+    addScope("tree", "/one");
+    addScope("tree/inner", "/two");
+    const auto result = backup();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.lines.back(), complete(1, 1));
+    EXPECT_EQ(result.error, "quillbox: warning: " + local("tree/inner") + " lies in the scope " +
+                                local("tree") +
+                                " too; its files are sent for both, and counted as failed once each\n");
+}
+
+TEST_F(BackupDirsTest, TheWalkIsLoggedOnce) {
+    const std::string linkLine = "generateFileDetailBeans link leads back : ";
+    make("tree/a.txt", "a");
+    fs::create_directory_symlink(".", home_ / "tree/loop");
+    addScope("tree", "/one");
+    EXPECT_EQ(backup({"--log", local("log")}).status, 0);
+    const auto log = contentOf(home_ / "log");
+    const auto told = log.find(linkLine);
+    ASSERT_NE(told, log.npos);
+    EXPECT_EQ(log.find(linkLine, told + 1), log.npos);
+}
+
 TEST_F(BackupDirsTest, WhatMayNotBeReadIsTold) {
     addFiles(1);
     make("notes/secret", "x");

@@ -13,6 +13,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
+using testing::StartsWith;
 
 const std::string success = R"({"event":"success","code":0,"message":"success"})";
 const std::string hundred = R"({"event":"onProgress","hash":"","percent":100})";
@@ -127,6 +128,20 @@ TEST_F(ContactsCommandsTest, AnUploadThatIsRefusedIsToldWithItsCause) {
     expectNoLock("102");
 }
 
+TEST_F(ContactsCommandsTest, AFolderThatIsRefusedIsToldWithItsCause) {
+    makeBook(1);
+    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/directory","kind":"status","times":9,"status":507,)"
+         R"("body":{"code":507,"msg":"quota exceeded"}})");
+    const auto result = backup();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.lines, ElementsAre(failure(100024, "folders create error")));
+    EXPECT_EQ(
+        result.error,
+        "quillbox: the backup of the contacts failed: folders create error (100024): the service refused "
+        "to make it: 507 quota exceeded\n");
+    expectNoLock("102");
+}
+
 TEST_F(ContactsCommandsTest, ACancelAtOnceEndsTheRunAndLeavesNoLock) {
     makeBook(2);
     for (int attempt = 0; attempt < 5; ++attempt) {
@@ -211,6 +226,9 @@ TEST_F(ContactsCommandsTest, ADownloadThatBreaksFailsTheRestore) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.lines.back(),
               R"({"event":"onFailure","hash":"","code":100022,"message":"Contact download file failed"})");
+    EXPECT_THAT(result.error,
+                StartsWith("quillbox: the restore of the contacts failed: Contact download file "
+                           "failed (100022): the download broke: "));
     EXPECT_THAT(cardsOf("new"), IsEmpty());
 }
 
