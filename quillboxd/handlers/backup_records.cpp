@@ -1,7 +1,5 @@
 #include "quillboxd/store/backup_records.h"
 
-#include <algorithm>
-
 #include "quillboxd/handlers/backup_json.h"
 #include "quillboxd/handlers/file_create.h"
 #include "quillboxd/handlers/handlers.h"
@@ -10,8 +8,6 @@
 
 namespace quillboxd::backup {
 namespace {
-
-constexpr std::int64_t largestPage = 1000;
 
 BackupRecords recordStore(Call& call) {
     return {call.service.database, call.account.id};
@@ -35,10 +31,8 @@ BackupRecord writableRecord(Call& call) {
     return record;
 }
 
-std::int64_t pageSize(const Call& call) {
-    const auto size = numberIn(requiredParameter(call, "pageSize"), "\"pageSize\"");
-    if (size < 1) badRequest("\"pageSize\" must be at least 1");
-    return std::min(size, largestPage);
+std::int64_t requiredPageSize(const Call& call) {
+    return pageSize(numberIn(requiredParameter(call, "pageSize"), "\"pageSize\""), "pageSize");
 }
 
 json::object recordFields(Call& call, const BackupRecord& record) {
@@ -103,7 +97,7 @@ Reply records(Call& call) {
     RecordPage page;
     page.device = numberIn(requiredParameter(call, "deviceId"), "\"deviceId\"");
     page.module = requiredParameter(call, "moduleCode");
-    page.size = pageSize(call);
+    page.size = requiredPageSize(call);
     const auto cursor = call.request.parameter("cursor").value_or("");
     if (!cursor.empty()) page.before = numberIn(cursor, "\"cursor\"");
     json::array list;
@@ -114,7 +108,7 @@ Reply records(Call& call) {
 Reply recordFiles(Call& call) {
     const auto record = recordInPath(call);
     json::array list;
-    for (const auto& file : recordStore(call).files(record.id, pageSize(call)))
+    for (const auto& file : recordStore(call).files(record.id, requiredPageSize(call)))
         list.push_back(fileFields(record.id, file));
     return success({{"data", std::move(list)}});
 }

@@ -1,6 +1,6 @@
 #include "quillboxd/handlers/file_json.h"
 
-#include <algorithm>
+#include "quillboxd/handlers/parameters.h"
 
 namespace quillboxd::files {
 
@@ -47,14 +47,10 @@ std::int64_t requireParent(Tree& tree, const json::object& request) {
 }
 
 PageRequest pageRequest(const json::object& record) {
-    constexpr std::int64_t largestPage = 1000;
     PageRequest page;
-    page.size = largestPage;
     if (!present(record, "pageInfo")) return page;
     const auto info = quillboxd::record(record, "pageInfo");
-    page.size = requiredInteger(info, "pageSize");
-    if (page.size < 1) badRequest("\"pageInfo.pageSize\" must be at least 1");
-    page.size = std::min(page.size, largestPage);
+    page.size = pageSize(requiredInteger(info, "pageSize"), "pageInfo.pageSize");
     page.cursor = text(info, "pageCursor");
     return page;
 }

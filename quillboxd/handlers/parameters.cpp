@@ -1,5 +1,6 @@
 #include "quillboxd/handlers/parameters.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace quillboxd {
@@ -16,6 +17,17 @@ std::string requiredParameter(const Call& call, std::string_view name) {
     auto value = call.request.parameter(name);
     if (!value) badRequest("\"" + std::string(name) + "\" is missing in the query");
     return *std::move(value);
+}
+
+std::int64_t integerParameter(const Call& call, std::string_view name, std::int64_t otherwise) {
+    const auto value = call.request.parameter(name).value_or("");
+    return value.empty() ? otherwise : numberIn(value, "\"" + std::string(name) + "\" in the query");
+}
+
+std::int64_t pageSize(std::int64_t asked, std::string_view key) {
+    constexpr std::int64_t largest = 1000;
+    if (asked < 1) badRequest("\"" + std::string(key) + "\" must be at least 1");
+    return std::min(asked, largest);
 }
 
 }  // namespace quillboxd

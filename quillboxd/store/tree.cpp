@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
-#include <cstdio>
-#include <ctime>
 #include <variant>
 
 #include "quillboxd/error.h"
@@ -20,7 +17,7 @@ constexpr std::size_t longestName = 1000;
 const std::string selectItems =
     "SELECT id, parent, name, is_file, recycled, hidden, file_type, mime_type, description, scene, "
     "created_time, "
-    "edited_time, content, sha256, size FROM items ";
+    "edited_time, content, sha256, size, account FROM items ";
 
 Node readNode(const Query& row) {
     Node node;
@@ -39,6 +36,7 @@ Node readNode(const Query& row) {
     if (!row.isNull(12)) node.content = row.integer(12);
     node.sha256 = row.text(13);
     node.size = row.integer(14);
+    node.account = row.integer(15);
     return node;
 }
 
@@ -291,19 +289,6 @@ void checkName(std::string_view name) {
         badRequest(quoted + " holds a slash or a zero byte");
     }
     if (name.size() > longestName) badRequest(quoted + "... is longer than 1000 bytes");
-}
-
-std::string timestamp() {
-    using namespace std::chrono;
-    const auto now = system_clock::now();
-    const std::time_t seconds = system_clock::to_time_t(now);
-    const auto millis = static_cast<int>(duration_cast<milliseconds>(now.time_since_epoch()).count() % 1000);
-    std::tm parts{};
-    gmtime_r(&seconds, &parts);
-    char text[40];
-    const auto length = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &parts);
-    std::snprintf(text + length, sizeof text - length, ".%03dZ", millis);
-    return text;
 }
 
 }  // namespace quillboxd

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "quillboxd/store/time_text.h"
+
 namespace quillboxd {
 
 class Database;
@@ -28,6 +30,7 @@ struct Node {
     std::optional<std::int64_t> content;
     std::string sha256;
     std::int64_t size = 0;
+    std::int64_t account = 0;  ///< whose it is
 };
 
 /// What to do where the name is taken already. The numbers stand on the wire.
@@ -110,8 +113,5 @@ class Tree {
 
 /// Throws for a name that no item can have.
 void checkName(std::string_view name);
-
-/// The present time as the service writes times.
-std::string timestamp();
 
 }  // namespace quillboxd
