@@ -1,13 +1,17 @@
 #include "cli/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <sstream>
 #include <string>
 
 #include "cli/arguments.h"
 #include "cli/options.h"
+#include "cli/outline/completion.h"
+#include "cli/outline/manual_page.h"
 #include "cli/problems.h"
 #include "cli/stream.h"
 
@@ -19,7 +23,7 @@ constexpr const char* footer =
     "3 no answer within --wait; 4 some files of a backup failed, with --fail-on-partial; 130 interrupted.";
 
 void addSessionOptions(CLI::App& app, SessionOptions& values) {
-    Options options(app, "Session");
+    Options options(app, sessionGroup);
     options.text("--host", values.host, "URL",
                  "The service's address, without a slash at its end  [QUILLBOX_HOST]");
     options.text("--token", values.token, "TEXT", "The access token  [QUILLBOX_TOKEN]");
@@ -37,6 +41,12 @@ void addSessionOptions(CLI::App& app, SessionOptions& values) {
 std::string firstLineOf(std::string text) {
     if (const auto end = text.find('\n'); end != std::string::npos) text.resize(end);
     return text;
+}
+
+void print(const std::string& text) {
+    Stream out(1);
+    out.write(text);
+    if (!out.error().empty()) throw std::runtime_error("standard output cannot be written: " + out.error());
 }
 
 }  // namespace
@@ -67,15 +77,28 @@ struct CommandLine::Parser {
         return firstLineOf(error.what()) + "; see quillbox " + name + "--help";
     }
 
-    /// Prints what was asked for in place of a command.
-    void answer(const CLI::ParseError& error) const {
+    std::string helpOrVersion(const CLI::ParseError& error) const {
         std::ostringstream text;
         app.exit(error, text, text);
-        Stream out(1);
-        out.write(text.str());
-        if (!out.error().empty())
-            throw std::runtime_error("standard output cannot be written: " + out.error());
+        return text.str();
     }
+
+    /// What is printed of the command line itself, made from what it declares.
+    void addDocuments(SessionOptions& values) {
+        auto& completion =
+            add("completion", "Print a script for a shell that completes the commands", values);
+        Options(completion).requiredText("SHELL", shell_, "", "bash, zsh or fish");
+        completion.final_callback([this] {
+            if (std::find(std::begin(shells), std::end(shells), shell_) == std::end(shells))
+                throw UsageError{"there is no completion for " + shell_ + "; there is for bash, zsh and fish"};
+            document = completionFor(shell_, outlineOf(app));
+        });
+        add("manual", "Print the manual page; quillbox manual | man -l - shows it", values)
+            .final_callback([this] { document = manualPage(outlineOf(app)); });
+    }
+
+    /// What a command has made that only prints; empty for all others.
+    std::string document;
 
   private:
     static bool isGroup(const CLI::App& parser) {
@@ -92,6 +115,7 @@ struct CommandLine::Parser {
     }
 
     std::map<std::string, CLI::App*> groups_;
+    std::string shell_;
 };
 
 CommandLine::CommandLine() : commands_(allCommands()), parser_(std::make_unique<Parser>()) {
@@ -106,16 +130,19 @@ CommandLine::CommandLine() : commands_(allCommands()), parser_(std::make_unique<
         command->addOptions(options);
         sub.final_callback([this, chosen = command.get()] { chosen_ = chosen; });
     }
+    parser_->addDocuments(options_);
 }
 
 CommandLine::~CommandLine() = default;
 
 bool CommandLine::parse(int argc, const char* const* argv) try {
     parser_->app.parse(parserArguments(argc, argv));
-    return true;
+    if (parser_->document.empty()) return true;
+    print(parser_->document);
+    return false;
 } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() != 0) throw UsageError{parser_->whyUnusable(error)};
-    parser_->answer(error);
+    print(parser_->helpOrVersion(error));
     return false;
 }
 

@@ -13,7 +13,7 @@ class CommandLine {
     CommandLine();
     ~CommandLine();
 
-    /// False where the line asked for help or the version, which has been printed then. Throws `UsageError`
+    /// False where the line asked for something about the program itself, which has been printed then. Throws `UsageError`
     /// where it cannot be used.
     bool parse(int argc, const char* const* argv);
 

@@ -75,7 +75,7 @@ void Options::requiredInteger(const std::string& name, std::int64_t& value, cons
 void Options::count(const std::string& name, int& value, const std::string& kind, const std::string& help) {
     auto* option = app_.add_option(name, value, help);
     decorated(*option, kind)
-        .check(CLI::NonNegativeNumber)
+        .check(CLI::Validator(CLI::NonNegativeNumber).description(""))
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 

@@ -19,7 +19,7 @@ class ScopeAdd : public Command {
     std::string description() const override { return "Add a folder to those that a device backs up"; }
 
     void addOptions(Options& options) override {
-        options.requiredText("FOLDER", folder_, "", "The folder on this machine");
+        options.requiredText("DIR", folder_, "", "The folder on this machine");
         options.requiredText("TARGET", target_, "", "The cloud folder it goes to, such as /backup/notes");
         scope_.addOptions(options);
     }
