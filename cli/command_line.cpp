@@ -90,7 +90,8 @@ struct CommandLine::Parser {
         Options(completion).requiredText("SHELL", shell_, "", "bash, zsh or fish");
         completion.final_callback([this] {
             if (std::find(std::begin(shells), std::end(shells), shell_) == std::end(shells))
-                throw UsageError{"there is no completion for " + shell_ + "; there is for bash, zsh and fish"};
+                throw UsageError{"there is no completion for " + shell_ +
+                                 "; there is for bash, zsh and fish"};
             document = completionFor(shell_, outlineOf(app));
         });
         add("manual", "Print the manual page; quillbox manual | man -l - shows it", values)

@@ -13,8 +13,8 @@ class CommandLine {
     CommandLine();
     ~CommandLine();
 
-    /// False where the line asked for something about the program itself, which has been printed then. Throws `UsageError`
-    /// where it cannot be used.
+    /// False where the line asked for something about the program itself, which has been printed then. Throws
+    /// `UsageError` where it cannot be used.
     bool parse(int argc, const char* const* argv);
 
     const SessionOptions& options() const { return options_; }

@@ -14,6 +14,9 @@ struct Overloaded : Functions... {
     using Functions::operator()...;
 };
 
+template <class... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>;
+
 std::string literalOf(std::string_view text) {
     return '"' + jsonEscaped(text) + '"';
 }
