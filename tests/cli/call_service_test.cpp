@@ -1,13 +1,11 @@
-// Every operation that exists, called by the built quillbox at the built local service.
+// The operations of the files, and what a call of any operation can end in.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <boost/algorithm/string/replace.hpp>
 #include <ostream>
-#include <set>
 
-#include "tests/cli/cloud_test.h"
+#include "tests/cli/call_rows.h"
 
 namespace quillbox_test {
 namespace {
@@ -18,41 +16,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-/// One call. In the record and in the event FILE and FOLDER stand for the ids of a file "known.txt" that
-/// holds "hello" and of a folder "known", CONTAINER for the container of both.
-struct Row {
-    std::string operation;
-    std::string when;
-    /// Absent: the operation is called without a record.
-    std::optional<std::string> record;
-    /// What the event begins with; a success has the exit status 0, a failure 1.
-    std::string event;
-    /// Another piece of the event.
-    std::string also = {};
-    /// Verb, path and query that reach the service; empty where nothing does.
-    std::string sent = {};
-};
-
-void PrintTo(const Row& row, std::ostream* out) {
-    *out << row.operation << " " << row.when;
-}
-
-constexpr std::nullopt_t absent = std::nullopt;
-const std::string refused = R"({"event":"failure","code":-1,"message":"params build faild"})";
-const std::string success = R"({"event":"success","record":{)";
-const std::string done = R"({"event":"success","record":{"code":0,"msg":"success"}})";
-
-/// What the service itself refuses.
-std::string failure(int code, const std::string& message) {
-    return R"({"event":"failure","code":)" + std::to_string(code) + R"(,"message":")" + message;
-}
-std::string get(const std::string& target) {
-    return "GET /quillbox/ose/v1/" + target;
-}
-std::string post(const std::string& target) {
-    return "POST /quillbox/ose/v1/" + target;
-}
-
 const std::string hashOfHello = "2cf24dba5fb0a30e26e83b2ac5b9e29e1b161e5c1fa7425e73043362938b9824";
 const std::string hashOfWorld = "486ea46224d1bb4fb680f34f7c9ad96a8f24ec88be73ea8e5a6c65260e9cb8a7";
 const std::string newFile =
@@ -61,13 +24,6 @@ const std::string newFile =
     R"("multiParts":[{"partNumber":1,"partSize":5,"partOffset":0}]})";
 
 const std::vector<Row> rows = {
-    {"getToken", "absent", absent, refused},
-    {"getToken", "fresh", "{}", refused},
-    {"getToken", "emptyCode", R"({"authCode":""})", failure(13000400, R"(\"authCode\" is missing or empty)"),
-     "", post("carrier/standard/user/auth")},
-    {"getToken", "full", R"({"authCode":"another"})", success + R"("accessToken":")",
-     R"("carrierUserName":"another")", post("carrier/standard/user/auth")},
-
     {"getAccessFiles", "absent", absent, success + R"("list":[{"operateTime":")", R"("name":"known.txt")",
      get("access")},
     {"getAccessFiles", "fresh", "{}", success + R"("list":[)", "", get("access")},
@@ -195,43 +151,6 @@ const std::vector<Row> rows = {
      get("files/preview/none/link")},
 };
 
-class CallServiceTest : public CloudTest {
-  protected:
-    CallServiceTest() {
-        make("known.txt", "hello");
-        EXPECT_EQ(json({"upload", "known.txt"}).status, 0);
-        EXPECT_EQ(json({"mkdir", "known"}).status, 0);
-        file_ = idOf("known.txt");
-        folder_ = idOf("known");
-        const auto detail = json({"detail", file_}).output;
-        const auto begin = detail.find(R"("containers":[")") + 15;
-        container_ = detail.substr(begin, detail.find('"', begin) - begin);
-        before_ = journal().size();
-    }
-    std::string filled(std::string text) const {
-        boost::replace_all(text, "FILE", file_);
-        boost::replace_all(text, "FOLDER", folder_);
-        boost::replace_all(text, "CONTAINER", container_);
-        return text;
-    }
-    std::vector<std::string> sent() const {
-        const auto all = journal();
-        return {all.begin() + static_cast<std::ptrdiff_t>(before_), all.end()};
-    }
-    Outcome call(const std::string& operation, const std::optional<std::string>& record) const {
-        std::vector<std::string> arguments{"call", operation};
-        if (record) arguments.push_back(filled(*record));
-        return json(std::move(arguments));
-    }
-
-    std::string file_;
-    std::string folder_;
-    std::string container_;
-    std::size_t before_ = 0;
-};
-
-class CallRow : public CallServiceTest, public testing::WithParamInterface<Row> {};
-
 TEST_P(CallRow, IsAnswered) {
     const auto& row = GetParam();
     const auto result = call(row.operation, row.record);
@@ -244,18 +163,10 @@ TEST_P(CallRow, IsAnswered) {
         EXPECT_THAT(sent(), ElementsAre(filled(row.sent)));
 }
 
-INSTANTIATE_TEST_SUITE_P(EachOperation, CallRow, testing::ValuesIn(rows),
-                         [](const auto& each) { return each.param.operation + "_" + each.param.when; });
+INSTANTIATE_TEST_SUITE_P(OfTheFiles, CallRow, testing::ValuesIn(rows), nameOf);
 
 TEST_F(CallServiceTest, EveryOperationOfTheFilesHasItsRows) {
-    std::set<std::string> listed;
-    for (const auto& line : json({"call", "--list"}).lines)
-        if (valueOf(line, "interface") == "IFile") listed.insert(valueOf(line, "operation"));
-    std::set<std::string> withRows;
-    for (const auto& row : rows)
-        if (row.when == "full" && row.operation != "getToken") withRows.insert(row.operation);
-    EXPECT_EQ(withRows, listed);
-    EXPECT_THAT(listed, SizeIs(13));
+    EXPECT_EQ(operationsIn(rows), operationsOf({"IFile"}));
 }
 
 TEST_F(CallServiceTest, TheStepsOfAnUploadFollowEachOther) {
