@@ -10,6 +10,7 @@
 #include "quillboxd/service.h"
 #include "quillboxd/store/accounts.h"
 #include "quillboxd/store/recent_accesses.h"
+#include "quillboxd/store/space.h"
 #include "quillboxd/store/tree.h"
 
 namespace quillboxd {
@@ -28,6 +29,7 @@ struct Call {
     json::object record(Shape shape) const { return parseRecord(body, shape); }
     Tree tree() const { return {service.database, account.id}; }
     RecentAccesses accesses() const { return {service.database, account.id}; }
+    Space space() const { return {service.database, account.id, service.quota}; }
     void checkContainer(std::string_view container) const;
 };
 

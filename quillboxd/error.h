@@ -17,6 +17,7 @@ enum class Code {
     tooLarge = 13000413,
     internal = 13000500,
     overloaded = 13000503,
+    spaceFull = 13000507,
 };
 
 /// A call that is refused: its HTTP status, and the body's `code` and `msg`.

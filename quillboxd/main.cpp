@@ -36,7 +36,7 @@ void writePortFile(const std::filesystem::path& file, std::uint16_t port) {
 
 std::unique_ptr<Service> openService(const Options& options) {
     try {
-        return std::make_unique<Service>(options.data);
+        return std::make_unique<Service>(options.data, options.quota);
     } catch (const StartError&) {
         throw;
     } catch (const std::exception& error) {

@@ -33,6 +33,9 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
     app.add_option("--tls", tls, "Serve https with this certificate and key (PEM)")
         ->expected(2)
         ->type_name("CERT KEY");
+    app.add_option("--quota", options.quota, "Bytes that each account may store; 10 GiB without it")
+        ->type_name("BYTES")
+        ->check(CLI::NonNegativeNumber);
     app.add_flag("--verbose", options.verbose, "One line for each request on standard error");
     try {
         app.parse(argc, argv);

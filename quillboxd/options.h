@@ -13,6 +13,7 @@ struct Options {
     std::filesystem::path portFile;
     std::string certificate;
     std::string key;
+    std::int64_t quota = std::int64_t{10} << 30;  ///< bytes for each account
     bool verbose = false;
 };
 

@@ -7,6 +7,14 @@ namespace {
 constexpr Route table[] = {
     // Users
     {"POST", "/quillbox/ose/v1/carrier/standard/user/auth", users::getToken, Admission::anyone},
+    {"GET", "/quillbox/ose/v1/users/*", users::user},
+    {"GET", "/quillbox/ose/v1/userList", users::list},
+    {"DELETE", "/quillbox/ose/v1/users/*", users::changeOrDelete},
+
+    // Space; without an owner it is the caller's
+    {"POST", "/quillbox/ose/v1/space/batchGetSpace", spaces::batch},
+    {"GET", "/quillbox/ose/v1/space/", spaces::space},
+    {"GET", "/quillbox/ose/v1/space/*", spaces::space},
 
     // Files; the list's kind is any text, so it stands behind the fixed names
     {"GET", "/quillbox/ose/v1/access", files::access},

@@ -61,8 +61,9 @@ FolderLock::FolderLock(const std::filesystem::path& folder) {
     }
 }
 
-Service::Service(const std::filesystem::path& folder)
+Service::Service(const std::filesystem::path& folder, std::int64_t bytesForEach)
     : lock_(folder),
+      quota(bytesForEach),
       database(databasePath(folder)),
       blobs(folder.empty() ? folder : folder / "blobs"),
       contents(database, blobs),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -26,16 +27,18 @@ class FolderLock {
 /// All that the service keeps, shared by its connections.
 class Service {
   public:
-    /// An empty path keeps everything in memory.
-    explicit Service(const std::filesystem::path& folder);
+    /// An empty path keeps everything in memory. Each account has room for `quota` bytes.
+    Service(const std::filesystem::path& folder, std::int64_t quota);
 
-    /// Back to empty: accounts, files, backups, journal and faults. Addresses given out before lead nowhere.
+    /// Back to empty: the organisation alone, without files, backups, journal and faults. Addresses given out
+    /// before lead nowhere.
     void reset();
 
   private:
     FolderLock lock_;
 
   public:
+    const std::int64_t quota;
     Database database;
     BlobStore blobs;
     Contents contents;

@@ -156,8 +156,9 @@ bool sameBlobs(const std::vector<Part>& a, const std::vector<Part>& b) {
 void becomeFile(const Call& call, const Upload& upload, std::int64_t content) {
     auto tree = call.tree();
     const auto file = tree.requireUnfinished(upload.node);
-    tree.publish(file.id, chooseName(tree, file, upload.nameRule), content);
     Uploads(call.service.database).remove(upload.node);
+    call.space().requireRoom(upload.length);
+    tree.publish(file.id, chooseName(tree, file, upload.nameRule), content);
     call.accesses().note(file.id, AccessKind::uploaded);
 }
 
@@ -196,6 +197,7 @@ CreatedFile createFile(Call& call) {
     file.content = call.service.contents.find(upload.sha256, upload.length);
     if (file.content) checkProof(call, request, *file.content, upload.length);
     const auto name = chooseName(tree, file, upload.nameRule);
+    call.space().requireRoom(upload.length);
     if (file.content) {
         file.name = name;
         tree.insert(file, true);

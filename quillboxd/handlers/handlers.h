@@ -6,7 +6,15 @@
 
 namespace quillboxd::users {
 Reply getToken(Call& call);
-}
+Reply user(Call& call);
+Reply list(Call& call);
+Reply changeOrDelete(Call& call);
+}  // namespace quillboxd::users
+
+namespace quillboxd::spaces {
+Reply space(Call& call);
+Reply batch(Call& call);
+}  // namespace quillboxd::spaces
 
 namespace quillboxd::files {
 Reply access(Call& call);

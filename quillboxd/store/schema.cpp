@@ -141,9 +141,84 @@ CREATE TABLE record_files (
     PRIMARY KEY (record, node)) WITHOUT ROWID;
 )sql";
 
+// The departments are those of a small bookmaker, below each other; nothing changes them.
+constexpr const char* organisation = R"sql(
+CREATE TABLE departments (
+    id INTEGER PRIMARY KEY,
+    parent INTEGER REFERENCES departments,
+    name TEXT NOT NULL);
+INSERT INTO departments (id, parent, name) VALUES
+    (1, NULL, 'Quill & Daughters'), (2, 1, 'Letters'), (3, 1, 'Press'), (4, 3, 'Bindery');
+
+ALTER TABLE accounts ADD COLUMN name TEXT NOT NULL DEFAULT '';
+ALTER TABLE accounts ADD COLUMN department INTEGER NOT NULL DEFAULT 1;
+ALTER TABLE accounts ADD COLUMN mobile TEXT NOT NULL DEFAULT '';
+ALTER TABLE accounts ADD COLUMN role INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE accounts ADD COLUMN status INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE accounts ADD COLUMN removed INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE accounts ADD COLUMN created_time TEXT NOT NULL DEFAULT '';
+UPDATE accounts SET name = auth_code, created_time = strftime('%Y-%m-%dT%H:%M:%fZ', 'now');
+)sql";
+
+/// Whoever signs in with one of these codes finds themselves in the organisation.
+constexpr const char* staff = R"sql(
+INSERT INTO accounts (id, auth_code, container, name, department, mobile, role, created_time)
+SELECT column1, column2, column1 + 100, column3, column4, column5, column6,
+    strftime('%Y-%m-%dT%H:%M:%fZ', 'now')
+FROM (VALUES
+    (101, 'anna', 'Anna Arden', 1, '+44 20 7946 0101', 1),
+    (102, 'ben', 'Ben Bloom', 2, '+44 20 7946 0102', 0),
+    (103, 'clara', 'Clara Cole', 2, '+44 20 7946 0103', 0),
+    (104, 'dora', 'Dora Dunn', 3, '+44 20 7946 0104', 0),
+    (105, 'emil', 'Emil East', 4, '+44 20 7946 0105', 0),
+    (106, 'freya', 'Freya Ford', 4, '+44 20 7946 0106', 0))
+WHERE true
+ON CONFLICT (auth_code) DO UPDATE SET name = excluded.name, department = excluded.department,
+    mobile = excluded.mobile, role = excluded.role;
+)sql";
+
+// Whatever gives a live file a content makes a revision of it, and the revisions are what an account's space
+// is used for. Triggers see to both, so that no way to store or to take away a file can forget it.
+constexpr const char* space = R"sql(
+ALTER TABLE accounts ADD COLUMN space_used INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE uploads ADD COLUMN reserved_until INTEGER NOT NULL DEFAULT 0;
+
+CREATE TABLE revisions (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    node INTEGER NOT NULL REFERENCES nodes ON DELETE CASCADE,
+    number INTEGER NOT NULL,
+    content INTEGER NOT NULL REFERENCES contents,
+    size INTEGER NOT NULL,
+    created_time TEXT NOT NULL,
+    UNIQUE (node, number));
+
+CREATE TRIGGER revision_added AFTER INSERT ON revisions BEGIN
+    UPDATE accounts SET space_used = space_used + NEW.size WHERE id = NEW.account;
+END;
+CREATE TRIGGER revision_gone AFTER DELETE ON revisions BEGIN
+    UPDATE accounts SET space_used = space_used - OLD.size WHERE id = OLD.account;
+END;
+
+CREATE VIEW newest_contents AS
+    SELECT nodes.account, nodes.id,
+        1 + (SELECT coalesce(max(number), 0) FROM revisions WHERE node = nodes.id) AS number,
+        content, length, edited_time
+    FROM nodes JOIN contents ON contents.id = content WHERE live = 1;
+INSERT INTO revisions (account, node, number, content, size, created_time) SELECT * FROM newest_contents;
+
+CREATE TRIGGER file_added AFTER INSERT ON nodes WHEN NEW.content IS NOT NULL BEGIN
+    INSERT INTO revisions (account, node, number, content, size, created_time)
+    SELECT * FROM newest_contents WHERE id = NEW.id;
+END;
+CREATE TRIGGER file_changed AFTER UPDATE OF content ON nodes WHEN NEW.content IS NOT OLD.content BEGIN
+    INSERT INTO revisions (account, node, number, content, size, created_time)
+    SELECT * FROM newest_contents WHERE id = NEW.id;
+END;
+)sql";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files, backups};
-constexpr int version = std::size(steps);
+constexpr const char* steps[] = {files, backups, organisation, staff, space};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");
@@ -152,7 +227,11 @@ int storedVersion(Database& database) {
 
 }  // namespace
 
-void prepareSchema(Database& database) {
+int schemaVersion() {
+    return static_cast<int>(std::size(steps));
+}
+
+void prepareSchema(Database& database, int version) {
     Transaction transaction(database);
     const int found = storedVersion(database);
     if (found < 0 || found > version)
@@ -165,9 +244,10 @@ void prepareSchema(Database& database) {
 void emptyTables(Database& database) {
     for (const char* table :
          {"record_files", "records", "locks", "configuration", "scopes", "devices", "accesses", "parts",
-          "uploads", "nodes", "segments", "contents", "tokens", "accounts"}) {
+          "uploads", "revisions", "nodes", "segments", "contents", "tokens", "accounts"}) {
         database.script((std::string("DELETE FROM ") + table).c_str());
     }
+    database.script(staff);
 }
 
 }  // namespace quillboxd

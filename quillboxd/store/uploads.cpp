@@ -7,12 +7,16 @@
 #include <set>
 #include <stdexcept>
 
+#include "quillboxd/call.h"
 #include "quillboxd/error.h"
 #include "quillboxd/store/blob_store.h"
 #include "quillboxd/store/database.h"
 
 namespace quillboxd {
 namespace {
+
+/// How long an upload keeps its room after its last part, in seconds.
+constexpr std::int64_t patience = 24 * 60 * 60;
 
 template <class Bytes>
 std::string_view view(const Bytes& bytes) {
@@ -108,8 +112,9 @@ void verifyByReading(const Upload& upload, const std::vector<Part>& parts, const
 }  // namespace
 
 void Uploads::add(const Upload& upload, const std::vector<Part>& parts) {
-    database_.run("INSERT INTO uploads (node, sha256, length, auto_rename) VALUES (?, ?, ?, ?)", upload.node,
-                  upload.sha256, upload.length, static_cast<int>(upload.nameRule));
+    database_.run(
+        "INSERT INTO uploads (node, sha256, length, auto_rename, reserved_until) VALUES (?, ?, ?, ?, ?)",
+        upload.node, upload.sha256, upload.length, static_cast<int>(upload.nameRule), now() + patience);
     for (const auto& part : parts) {
         database_.run("INSERT INTO parts (node, number, start, size, state_before) VALUES (?, ?, ?, ?, ?)",
                       upload.node, part.number, part.start, part.size, blobOf(part.stateBefore));
@@ -141,6 +146,17 @@ void Uploads::received(std::int64_t node, const Part& part) {
     database_.run(
         "UPDATE parts SET blob = ?, state_after = ?, digest_after = ? WHERE node = ? AND number = ?",
         part.blob, blobOf(part.stateAfter), blobOf(part.digestAfter), node, part.number);
+    database_.run("UPDATE uploads SET reserved_until = ? WHERE node = ?", now() + patience, node);
+}
+
+std::int64_t Uploads::underWay(std::int64_t account) {
+    const auto time = now();
+    auto sum = database_.query(
+        "SELECT coalesce(sum(length), 0) FROM uploads JOIN nodes ON nodes.id = node "
+        "WHERE account = ? AND reserved_until > ?",
+        account, time);
+    sum.next();
+    return sum.integer(0);
 }
 
 void Uploads::remove(std::int64_t node) {

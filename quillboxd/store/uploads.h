@@ -46,6 +46,9 @@ class Uploads {
     /// The part's bytes have arrived; those of an earlier arrival are no longer named.
     void received(std::int64_t node, const Part& part);
 
+    /// The bytes that the account's uploads will need. One that has had no part for a day no longer counts.
+    std::int64_t underWay(std::int64_t account);
+
     /// The upload has become a file.
     void remove(std::int64_t node);
 

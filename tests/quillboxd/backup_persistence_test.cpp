@@ -1,5 +1,3 @@
-#include <sqlite3.h>
-
 #include "tests/quillboxd/backup_client.h"
 
 namespace quillboxd_test {
@@ -50,23 +48,6 @@ TEST_F(BackupPersistenceTest, AResetForgetsAll) {
     EXPECT_THAT(BackupClient::column(again.cloudFile("GET", "device"), "data", "machineCode"),
                 testing::IsEmpty());
     again.takeLock();
-}
-
-TEST_F(BackupPersistenceTest, ADataFolderFromBeforeThereWereBackupsIsTaken) {
-    const auto id = client_.upload("file", "content");
-    ASSERT_EQ(process_.terminate(), 0);
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open((process_.dataFolder() / "quillboxd.sqlite").c_str(), &database), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(database,
-                           "DROP TABLE record_files; DROP TABLE records; DROP TABLE locks;"
-                           "DROP TABLE configuration; DROP TABLE scopes; DROP TABLE devices;"
-                           "PRAGMA user_version = 1",
-                           nullptr, nullptr, nullptr),
-              SQLITE_OK);
-    sqlite3_close(database);
-    process_.start();
-    EXPECT_EQ(client_.download(id), "content");
-    client_.addRecord(client_.takeLock());
 }
 
 }  // namespace
