@@ -31,6 +31,10 @@ constexpr Route table[] = {
     {"POST", "/quillbox/ose/v1/files/*/detail", files::detail},
     {"POST", "/quillbox/ose/v1/files/*", files::list},
 
+    // Favourites
+    {"GET", "/quillbox/ose/v1/star/files", favourites::list},
+    {"POST", "/quillbox/ose/v1/star/batch", favourites::star},
+
     // Backups; each call is known under one of the two prefixes alone
     {"DELETE", "/quillbox/ose/v1/backup/device/*", backup::unbindDevice},
     {"POST", "/quillbox/cloudfileh5/v1/backup/device", backup::bindDevice},

@@ -31,6 +31,14 @@ json::object allCapabilities() {
     return capabilities;
 }
 
+void addOwner(const Call& call, json::object& fields) {
+    const json::object owner{{"category", "user"}, {"me", true}, {"userId", std::to_string(call.account.id)}};
+    fields["containers"] = json::array{call.account.container};
+    fields["owners"] = json::array{owner};
+    fields["lastEditor"] = owner;
+    fields["userCapabilities"] = allCapabilities();
+}
+
 std::string contentUrl(const Call& call, const Node& node, bool inlineView) {
     return call.origin + call.service.signer.content(node.id, inlineView, now());
 }
@@ -44,6 +52,12 @@ std::int64_t requireParent(Tree& tree, const json::object& request) {
     if (!list || list->get_array().empty()) return 0;
     if (list->get_array().size() > 1) badRequest("\"parentFolder\" must name one folder");
     return tree.requireFolder(std::string(list->get_array()[0].get_string()));
+}
+
+void setOrder(PageRequest& page, std::int64_t sortType, std::int64_t sortDirection) {
+    constexpr SortKey keys[] = {SortKey::name, SortKey::edited, SortKey::size, SortKey::created};
+    page.sort = sortType >= 1 && sortType <= 4 ? keys[sortType - 1] : SortKey::name;
+    page.descending = sortDirection == 1;
 }
 
 PageRequest pageRequest(const json::object& record) {

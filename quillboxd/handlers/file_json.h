@@ -14,6 +14,9 @@ json::object commonFields(const Node& node);
 
 json::object allCapabilities();
 
+/// The members that say whose the file is and what the caller may do with it.
+void addOwner(const Call& call, json::object& fields);
+
 /// A fresh address of the file's content.
 std::string contentUrl(const Call& call, const Node& node, bool inlineView = false);
 
@@ -25,6 +28,10 @@ std::int64_t requireParent(Tree& tree, const json::object& request);
 
 /// pageInfo and the cursor in it; without it the first 1000.
 PageRequest pageRequest(const json::object& record);
+
+/// The order that sortType (1 name, 2 time of the last change, 3 size, 4 time of the creation; any other
+/// number is the name too) and sortDirection (1 downwards) ask for.
+void setOrder(PageRequest& page, std::int64_t sortType, std::int64_t sortDirection);
 
 constexpr Field pageInfoShape[] = {{"pageSize", Type::integer}, {"pageCursor", Type::text}};
 

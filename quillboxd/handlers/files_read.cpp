@@ -11,20 +11,6 @@ namespace {
 constexpr Field sortNumbers[] = {{"sortType", Type::integer}, {"sortDirection", Type::integer}};
 constexpr Field sortTexts[] = {{"sortType", Type::text}, {"sortDirection", Type::text}};
 
-/// 1 name, 2 time of the last change, 3 size, 4 time of the creation; any other number is the name too.
-SortKey sortKey(std::int64_t number) {
-    switch (number) {
-        case 2:
-            return SortKey::edited;
-        case 3:
-            return SortKey::size;
-        case 4:
-            return SortKey::created;
-        default:
-            return SortKey::name;
-    }
-}
-
 SortKey sortKey(const std::string& name) {
     if (name == "2" || name == "editedTime") return SortKey::edited;
     if (name == "3" || name == "size") return SortKey::size;
@@ -36,27 +22,15 @@ json::object listItem(const Call& call, const Node& node) {
     auto item = commonFields(node);
     item["containers"] = json::array{call.account.container};
     item["hidden"] = node.hidden;
-    item["favorite"] = false;
+    item["favorite"] = node.starredTime.has_value();
     item["size"] = node.size;
     return item;
-}
-
-std::string idPath(const std::vector<Node>& path) {
-    std::string text;
-    for (const auto& step : path) text += '/' + Tree::wireId(step.id);
-    return text.empty() ? "/" : text;
-}
-
-std::string namePath(const std::vector<Node>& path) {
-    std::string text;
-    for (const auto& step : path) text += '/' + step.name;
-    return text.empty() ? "/" : text;
 }
 
 json::object foundItem(const Call& call, const Node& node) {
     auto item = commonFields(node);
     const auto path = call.tree().path(node);
-    item["favorite"] = false;
+    item["favorite"] = node.starredTime.has_value();
     item["size"] = std::to_string(node.size);
     item["updateTime"] = node.editedTime;
     item["containerId"] = call.account.container;
@@ -71,7 +45,7 @@ json::object accessedItem(const Call& call, const Node& node) {
             {"containerId", call.account.container},
             {"name", node.name},
             {"fileType", node.fileType},
-            {"favorite", false},
+            {"favorite", node.starredTime.has_value()},
             {"fileSuffix", suffix(node)},
             {"mimeType", node.mimeType},
             {"downloadLinks", downloadLinks(call, node)},
@@ -120,8 +94,7 @@ Reply list(Call& call) {
     call.checkContainer(text(request, "containerId"));
     const auto sort = record(request, "sortInfo");
     auto page = pageRequest(request);
-    page.sort = sortKey(integer(sort, "sortType", 1));
-    page.descending = integer(sort, "sortDirection", 0) == 1;
+    setOrder(page, integer(sort, "sortType", 1), integer(sort, "sortDirection", 0));
 
     auto tree = call.tree();
     const auto folder = tree.requireFolder(text(request, "parentFileId"));
@@ -214,11 +187,7 @@ Reply detail(Call& call) {
     call.checkContainer(text(request, "containerId"));
     const auto node = call.tree().require(call.wildcards[0]);
     auto fields = commonFields(node);
-    const json::object owner{{"category", "user"}, {"me", true}, {"userId", std::to_string(call.account.id)}};
-    fields["containers"] = json::array{call.account.container};
-    fields["owners"] = json::array{owner};
-    fields["lastEditor"] = owner;
-    fields["userCapabilities"] = allCapabilities();
+    addOwner(call, fields);
     fields["size"] = node.size;
     if (node.isFile) {
         fields["downloadLinks"] = downloadLinks(call, node);

@@ -32,6 +32,11 @@ Reply uploadUrls(Call& call);
 Reply previewLink(Call& call);
 }  // namespace quillboxd::files
 
+namespace quillboxd::favourites {
+Reply list(Call& call);
+Reply star(Call& call);
+}  // namespace quillboxd::favourites
+
 namespace quillboxd::backup {
 Reply unbindDevice(Call& call);
 Reply bindDevice(Call& call);

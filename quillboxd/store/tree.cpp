@@ -1,6 +1,7 @@
 #include "quillboxd/store/tree.h"
 
 #include <algorithm>
+#include <boost/algorithm/hex.hpp>
 #include <charconv>
 #include <variant>
 
@@ -17,7 +18,7 @@ constexpr std::size_t longestName = 1000;
 const std::string selectItems =
     "SELECT id, parent, name, is_file, recycled, hidden, file_type, mime_type, description, scene, "
     "created_time, "
-    "edited_time, content, sha256, size, account FROM items ";
+    "edited_time, content, sha256, size, account, starred_time FROM items ";
 
 Node readNode(const Query& row) {
     Node node;
@@ -37,6 +38,7 @@ Node readNode(const Query& row) {
     node.sha256 = row.text(13);
     node.size = row.integer(14);
     node.account = row.integer(15);
+    node.starredTime = row.optionalText(16);
     return node;
 }
 
@@ -62,6 +64,8 @@ std::string column(SortKey key) {
             return "size";
         case SortKey::created:
             return "created_time";
+        case SortKey::starred:
+            return "starred_time";
     }
     return "name";
 }
@@ -86,11 +90,14 @@ json::value sortValue(const Node& node, SortKey key) {
             return node.size;
         case SortKey::created:
             return json::string(node.createdTime);
+        case SortKey::starred:
+            return json::string(node.starredTime.value_or(""));
     }
     return nullptr;
 }
 
-/// The place after a page's last item, so that items that come and go do not shift the next page.
+/// The place after a page's last item, so that items that come and go do not shift the next page. Clients put
+/// it into queries as it stands, so it is written in hexadecimal digits.
 struct Cursor {
     std::optional<bool> isFile;
     std::variant<std::string, std::int64_t> key;
@@ -98,13 +105,21 @@ struct Cursor {
 };
 
 std::string writeCursor(const Node& last, SortKey key) {
-    return json::serialize(json::array{last.isFile, sortValue(last, key), last.id});
+    const auto place = json::serialize(json::array{last.isFile, sortValue(last, key), last.id});
+    return boost::algorithm::hex_lower(place);
+}
+
+/// The bytes of hexadecimal digits; none for any other text.
+std::string fromHex(const std::string& digits) try {
+    return boost::algorithm::unhex(digits);
+} catch (const boost::algorithm::hex_decode_error&) {
+    return {};
 }
 
 Cursor readCursor(const PageRequest& page) {
     if (page.cursor.empty()) return {};
     json::error_code error;
-    const auto value = json::parse(page.cursor, error);
+    const auto value = json::parse(fromHex(page.cursor), error);
     const auto* fields = error ? nullptr : value.if_array();
     const bool bySize = page.sort == SortKey::size;
     if (!fields || fields->size() != 3 || !(*fields)[0].is_bool() || !(*fields)[2].is_int64() ||
@@ -242,6 +257,13 @@ void Tree::rename(std::int64_t node, std::string_view name) {
     database_.run("UPDATE nodes SET name = ?, edited_time = ? WHERE id = ?", name, now, node);
 }
 
+void Tree::star(std::int64_t node, bool starred) {
+    const auto now = timestamp();
+    database_.run(
+        "UPDATE nodes SET starred_time = CASE WHEN ? THEN coalesce(starred_time, ?) END WHERE id = ?",
+        starred, now, node);
+}
+
 Page Tree::list(std::int64_t folder, bool withHidden, std::string_view fileType, const PageRequest& page) {
     const auto select = selectItems +
                         "WHERE account = ?1 AND parent = ?2 AND (?3 OR hidden = 0) AND recycled = ?4 "
@@ -262,6 +284,12 @@ std::int64_t Tree::countMatches(const SearchFilter& filter) {
     return count.integer(0);
 }
 
+Page Tree::favourites(const PageRequest& page) {
+    const auto select = selectItems + "WHERE account = ?1 AND recycled = ?2 AND starred_time IS NOT NULL ";
+    const auto none = std::nullopt;
+    return runPage(database_, select, page, account_, false, none, none, none);
+}
+
 FolderStats Tree::stats(std::int64_t folder, bool recursive) {
     const std::string scope = recursive ? std::string("IN ") + foldersBelow : "= ?2";
     auto sums = database_.query(
@@ -279,6 +307,18 @@ std::vector<Node> Tree::path(const Node& node) {
         path.push_back(*step);
     std::reverse(path.begin(), path.end());
     return path;
+}
+
+std::string namePath(const std::vector<Node>& path) {
+    std::string text;
+    for (const auto& step : path) text += '/' + step.name;
+    return text.empty() ? "/" : text;
+}
+
+std::string idPath(const std::vector<Node>& path) {
+    std::string text;
+    for (const auto& step : path) text += '/' + Tree::wireId(step.id);
+    return text.empty() ? "/" : text;
 }
 
 void checkName(std::string_view name) {

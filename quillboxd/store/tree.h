@@ -30,7 +30,8 @@ struct Node {
     std::optional<std::int64_t> content;
     std::string sha256;
     std::int64_t size = 0;
-    std::int64_t account = 0;  ///< whose it is
+    std::int64_t account = 0;                ///< whose it is
+    std::optional<std::string> starredTime;  ///< of a favourite
 };
 
 /// What to do where the name is taken already. The numbers stand on the wire.
@@ -39,7 +40,7 @@ enum class NameRule { refuse = 1, rename = 2, reportExisting = 3, renameUnlessSa
 /// Throws for a number that is no rule.
 NameRule nameRule(std::int64_t number, std::string_view key);
 
-enum class SortKey { name, edited, size, created };
+enum class SortKey { name, edited, size, created, starred };
 
 /// One page of a listing or a search.
 struct PageRequest {
@@ -98,9 +99,13 @@ class Tree {
 
     void rename(std::int64_t node, std::string_view name);
 
+    /// Makes it a favourite, or no more one. What is one already stays one since the same time.
+    void star(std::int64_t node, bool starred);
+
     Page list(std::int64_t folder, bool withHidden, std::string_view fileType, const PageRequest& page);
     Page search(const SearchFilter& filter, const PageRequest& page);
     std::int64_t countMatches(const SearchFilter& filter);
+    Page favourites(const PageRequest& page);
     FolderStats stats(std::int64_t folder, bool recursive);
 
     /// From the topmost folder down to the node itself.
@@ -110,6 +115,10 @@ class Tree {
     Database& database_;
     std::int64_t account_;
 };
+
+/// "/photos/2024" and "/17/42"; the root folder is "/".
+std::string namePath(const std::vector<Node>& path);
+std::string idPath(const std::vector<Node>& path);
 
 /// Throws for a name that no item can have.
 void checkName(std::string_view name);
