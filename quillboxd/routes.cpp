@@ -31,9 +31,10 @@ constexpr Route table[] = {
     {"POST", "/quillbox/ose/v1/files/*/detail", files::detail},
     {"POST", "/quillbox/ose/v1/files/*", files::list},
 
-    // Favourites
+    // Favourites and revisions
     {"GET", "/quillbox/ose/v1/star/files", favourites::list},
     {"POST", "/quillbox/ose/v1/star/batch", favourites::star},
+    {"POST", "/quillbox/ose/v1/revision/updateRevision", revisions::update},
 
     // Backups; each call is known under one of the two prefixes alone
     {"DELETE", "/quillbox/ose/v1/backup/device/*", backup::unbindDevice},
@@ -60,6 +61,8 @@ constexpr Route table[] = {
     {"PUT", "/_part/*/*", addresses::putPart, Admission::address},
     {"GET", "/_content/*", addresses::getContent, Admission::address},
     {"HEAD", "/_content/*", addresses::getContent, Admission::address},
+    {"GET", "/_content/*/revision/*", addresses::getContent, Admission::address},
+    {"HEAD", "/_content/*/revision/*", addresses::getContent, Admission::address},
     {"GET", "/_content/*/inline", addresses::getContent, Admission::address},
     {"HEAD", "/_content/*/inline", addresses::getContent, Admission::address},
 

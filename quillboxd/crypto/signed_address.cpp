@@ -54,8 +54,9 @@ std::string unsignedText(const PartAddress& address) {
 }
 
 std::string unsignedText(const ContentAddress& address) {
-    return "/_content/" + std::to_string(address.file) + (address.inlineView ? "/inline" : "") +
-           "?expires=" + std::to_string(address.expires);
+    return "/_content/" + std::to_string(address.file) +
+           (address.revision ? "/revision/" + std::to_string(address.revision) : "") +
+           (address.inlineView ? "/inline" : "") + "?expires=" + std::to_string(address.expires);
 }
 
 }  // namespace
@@ -74,6 +75,7 @@ std::optional<ContentAddress> parseContentAddress(std::string_view target) {
     ContentAddress address;
     Scanner scan(target);
     if (!scan.literal("/_content/") || !scan.number(address.file)) return std::nullopt;
+    if (scan.literal("/revision/") && !scan.number(address.revision)) return std::nullopt;
     address.inlineView = scan.literal("/inline");
     const bool fits = scan.literal("?expires=") && scan.number(address.expires) &&
                       scan.literal("&signature=") && scan.signature(address.signature) && scan.atEnd();
@@ -85,8 +87,9 @@ std::string AddressSigner::part(std::int64_t file, std::int64_t number, std::int
     return text + "&signature=" + sign(text);
 }
 
-std::string AddressSigner::content(std::int64_t file, bool inlineView, std::int64_t now) const {
-    const auto text = unsignedText(ContentAddress{file, now + lifetimeSeconds, inlineView, {}});
+std::string AddressSigner::content(ContentAddress address, std::int64_t now) const {
+    address.expires = now + lifetimeSeconds;
+    const auto text = unsignedText(address);
     return text + "&signature=" + sign(text);
 }
 

@@ -17,10 +17,11 @@ struct PartAddress {
     bool operator==(const PartAddress&) const = default;
 };
 
-/// What `/_content/{file}?expires={seconds}&signature={hex}` says; `inline` stands behind an address for a
-/// viewer.
+/// What `/_content/{file}?expires={seconds}&signature={hex}` says; `revision/{revision}` stands behind the
+/// file for what it held before, and `inline` behind an address for a viewer.
 struct ContentAddress {
     std::int64_t file = 0;
+    std::int64_t revision = 0;  ///< 0: the newest
     std::int64_t expires = 0;
     bool inlineView = false;
     std::string signature;
@@ -41,7 +42,7 @@ class AddressSigner {
 
     /// Path and query, valid for `lifetimeSeconds` from `now` (seconds since 1970).
     std::string part(std::int64_t file, std::int64_t number, std::int64_t now) const;
-    std::string content(std::int64_t file, bool inlineView, std::int64_t now) const;
+    std::string content(ContentAddress address, std::int64_t now) const;
 
     enum class Verdict { valid, expired, altered };
     Verdict check(const PartAddress& address, std::int64_t now) const;

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "quillboxd/handlers/handlers.h"
+#include "quillboxd/store/revisions.h"
 #include "quillboxd/store/uploads.h"
 
 namespace quillboxd::addresses {
@@ -102,7 +103,18 @@ struct StoredFile {
     std::int64_t account = 0;
 };
 
-StoredFile requireContent(Service& service, std::int64_t id) {
+/// The file as it was in an earlier revision.
+Node inRevision(Service& service, Node file, std::int64_t id) {
+    const auto revision = Revisions(service.database).find(id);
+    if (!revision || revision->node != file.id) notFound("the revision of this address is gone");
+    file.content = revision->content;
+    file.sha256 = revision->sha256;
+    file.size = revision->size;
+    return file;
+}
+
+StoredFile requireContent(Service& service, const ContentAddress& address) {
+    const auto id = address.file;
     std::optional<std::int64_t> account;
     {
         auto owner =
@@ -111,6 +123,7 @@ StoredFile requireContent(Service& service, std::int64_t id) {
     }
     auto node = account ? Tree(service.database, *account).find(id) : std::nullopt;
     if (!node) notFound("the file of this address is gone");
+    if (address.revision) node = inRevision(service, *node, address.revision);
     return {*node, *account};
 }
 
@@ -150,7 +163,7 @@ Reply getContent(Call& call) {
     auto& service = call.service;
     const auto address = checked(parseContentAddress(call.request.target), service.signer);
     Transaction transaction(service.database);
-    const auto [file, account] = requireContent(service, address.file);
+    const auto [file, account] = requireContent(service, address);
     RecentAccesses(service.database, account)
         .note(file.id, address.inlineView ? AccessKind::viewed : AccessKind::downloaded);
 

@@ -40,11 +40,12 @@ void addOwner(const Call& call, json::object& fields) {
 }
 
 std::string contentUrl(const Call& call, const Node& node, bool inlineView) {
-    return call.origin + call.service.signer.content(node.id, inlineView, now());
+    return call.origin + call.service.signer.content({.file = node.id, .inlineView = inlineView}, now());
 }
 
 json::array downloadLinks(const Call& call, const Node& node) {
-    return {json::object{{"usage", "content"}, {"downloadLink", contentUrl(call, node)}, {"version", 1}}};
+    return {json::object{
+        {"usage", "content"}, {"downloadLink", contentUrl(call, node)}, {"version", node.version}}};
 }
 
 std::int64_t requireParent(Tree& tree, const json::object& request) {

@@ -4,6 +4,7 @@
 #include "quillboxd/handlers/file_json.h"
 #include "quillboxd/handlers/handlers.h"
 #include "quillboxd/store/database.h"
+#include "quillboxd/store/revisions.h"
 
 namespace quillboxd::files {
 namespace {
@@ -50,6 +51,32 @@ json::object accessedItem(const Call& call, const Node& node) {
             {"mimeType", node.mimeType},
             {"downloadLinks", downloadLinks(call, node)},
             {"userCapabilities", allCapabilities()}};
+}
+
+json::object revisionFields(const Call& call, const Node& file, const Revision& revision) {
+    const ContentAddress address{.file = file.id, .revision = revision.id};
+    const json::object download{{"url", call.origin + call.service.signer.content(address, now())},
+                                {"method", "GET"}};
+    const json::object resource{{"length", revision.size},
+                                {"sha256", revision.sha256},
+                                {"object", {{"start", 0}, {"downloadUrl", download}}}};
+    return {{"usage", "revision"},
+            {"sha256", revision.sha256},
+            {"asset",
+             {{"versionId", std::to_string(revision.id)},
+              {"version", revision.number},
+              {"mimeType", file.mimeType},
+              {"state", revision.kept ? 1 : 0},
+              {"createdTime", revision.createdTime},
+              {"resource", resource}}}};
+}
+
+/// The newest first.
+json::array revisionList(const Call& call, const Node& file) {
+    json::array list;
+    for (const auto& each : Revisions(call.service.database).list(file.id))
+        list.push_back(revisionFields(call, file, each));
+    return list;
 }
 
 json::object downloadEntry(const Call& call, const std::string& id) {
@@ -191,6 +218,7 @@ Reply detail(Call& call) {
     fields["size"] = node.size;
     if (node.isFile) {
         fields["downloadLinks"] = downloadLinks(call, node);
+        fields["attachments"] = revisionList(call, node);
         call.accesses().note(node.id, AccessKind::viewed);
     }
     return success(std::move(fields));

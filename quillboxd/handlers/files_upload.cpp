@@ -6,6 +6,7 @@
 #include "quillboxd/handlers/file_create.h"
 #include "quillboxd/handlers/file_json.h"
 #include "quillboxd/handlers/handlers.h"
+#include "quillboxd/store/revisions.h"
 #include "quillboxd/store/uploads.h"
 
 namespace quillboxd::files {
@@ -152,14 +153,19 @@ bool sameBlobs(const std::vector<Part>& a, const std::vector<Part>& b) {
                       [](const Part& x, const Part& y) { return x.blob == y.blob; });
 }
 
-/// The file shows itself to people, under the name that is free by now.
+/// The file shows itself to people, under the name that is free by now; one that did before shows another
+/// content.
 void becomeFile(const Call& call, const Upload& upload, std::int64_t content) {
     auto tree = call.tree();
-    const auto file = tree.requireUnfinished(upload.node);
     Uploads(call.service.database).remove(upload.node);
     call.space().requireRoom(upload.length);
-    tree.publish(file.id, chooseName(tree, file, upload.nameRule), content);
-    call.accesses().note(file.id, AccessKind::uploaded);
+    if (tree.find(upload.node)) {
+        tree.replaceContent(upload.node, content);
+    } else {
+        const auto file = tree.requireUnfinished(upload.node);
+        tree.publish(file.id, chooseName(tree, file, upload.nameRule), content);
+    }
+    call.accesses().note(upload.node, AccessKind::uploaded);
 }
 
 /// Whether an earlier request has completed the file with this hash already.
@@ -169,6 +175,31 @@ bool isCompleted(const Call& call, const std::string& wireId, const std::string&
     if (!file || !file->isFile) return false;
     if (file->sha256 != digest) conflict(Code::conflict, "the file was completed with another sha256");
     return true;
+}
+
+/// The upload that is to end; nothing where an earlier request has ended it already.
+std::optional<Upload> openUpload(const Call& call, const std::string& wireId, const std::string& digest) {
+    Uploads uploads(call.service.database);
+    const auto id = Tree::fromWireId(wireId);
+    const auto upload = id ? uploads.find(call.account.id, *id) : std::nullopt;
+    if (!upload && isCompleted(call, wireId, digest)) return std::nullopt;
+    return upload ? upload : requireUpload(uploads, call, wireId);
+}
+
+/// A file whose content the service knows needs no upload.
+CreatedFile storeKnown(const Call& call, const Node& file, bool replaces) {
+    if (replaces) {
+        call.tree().replaceContent(file.id, file.content.value());
+    } else {
+        call.tree().insert(file, true);
+    }
+    call.accesses().note(file.id, AccessKind::uploaded);
+    return created(call, file, true, false, {});
+}
+
+/// A file that has held a content before may hold it again without a proof.
+bool hasHeld(const Call& call, std::int64_t file, std::int64_t content) {
+    return Revisions(call.service.database).hasHeld(file, content);
 }
 
 }  // namespace
@@ -181,7 +212,7 @@ CreatedFile createFile(Call& call) {
     Upload upload;
     upload.sha256 = readDigest(request);
     upload.length = requiredInteger(request, "length");
-    upload.nameRule = nameRule(integer(request, "autoRename", 2), "autoRename");
+    upload.nameRule = nameRule(integer(request, "autoRename", 2), "autoRename", NameRule::replaceContent);
     if (upload.length < 0) badRequest("\"length\" must not be negative");
     const auto parts = readParts(request);
     checkTiling(parts, upload.length);
@@ -194,18 +225,20 @@ CreatedFile createFile(Call& call) {
         sameName->size == upload.length) {
         return created(call, *sameName, false, true, {});
     }
+    const bool replaces = upload.nameRule == NameRule::replaceContent && sameName && sameName->isFile;
+    if (replaces) file = *sameName;
     file.content = call.service.contents.find(upload.sha256, upload.length);
-    if (file.content) checkProof(call, request, *file.content, upload.length);
-    const auto name = chooseName(tree, file, upload.nameRule);
+    if (file.content && !(replaces && hasHeld(call, file.id, *file.content)))
+        checkProof(call, request, *file.content, upload.length);
+    const auto name = replaces ? file.name : chooseName(tree, file, upload.nameRule);
+    Uploads uploads(call.service.database);
+    uploads.remove(file.id);  // the later one counts of two that replace the same file
     call.space().requireRoom(upload.length);
     if (file.content) {
         file.name = name;
-        tree.insert(file, true);
-        call.accesses().note(file.id, AccessKind::uploaded);
-        return created(call, file, true, false, {});
+        return storeKnown(call, file, replaces);
     }
-    tree.insert(file, false);
-    Uploads uploads(call.service.database);
+    if (!replaces) tree.insert(file, false);
     upload.node = file.id;
     uploads.add(upload, parts);
     file.name = name;
@@ -242,8 +275,9 @@ Reply complete(Call& call) {
     std::vector<Part> parts;
     {
         Transaction transaction(service.database);
-        if (isCompleted(call, id, digest)) return success();
-        upload = requireUpload(uploads, call, id);
+        const auto found = openUpload(call, id, digest);
+        if (!found) return success();
+        upload = *found;
         parts = uploads.parts(upload.node);
     }
     if (upload.sha256 != digest) conflict(Code::conflict, "the file was created with another sha256");
@@ -253,7 +287,7 @@ Reply complete(Call& call) {
     std::vector<std::string> unneeded;
     {
         Transaction transaction(service.database);
-        if (isCompleted(call, id, digest)) return success();
+        if (!openUpload(call, id, digest)) return success();
         if (!sameBlobs(parts, uploads.parts(upload.node))) {
             conflict(Code::conflict, "a part was sent again while the file was completed");
         }

@@ -37,6 +37,10 @@ Reply list(Call& call);
 Reply star(Call& call);
 }  // namespace quillboxd::favourites
 
+namespace quillboxd::revisions {
+Reply update(Call& call);
+}
+
 namespace quillboxd::backup {
 Reply unbindDevice(Call& call);
 Reply bindDevice(Call& call);

@@ -217,10 +217,11 @@ CREATE TRIGGER file_changed AFTER UPDATE OF content ON nodes WHEN NEW.content IS
 END;
 )sql";
 
+constexpr const char* keptRevisions = "ALTER TABLE revisions ADD COLUMN kept INTEGER NOT NULL DEFAULT 0;";
 constexpr const char* favourites = "ALTER TABLE nodes ADD COLUMN starred_time TEXT;";
 
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files, backups, organisation, staff, space, favourites};
+constexpr const char* steps[] = {files, backups, organisation, staff, space, favourites, keptRevisions};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");

@@ -8,6 +8,7 @@
 #include "quillboxd/error.h"
 #include "quillboxd/json.h"
 #include "quillboxd/store/database.h"
+#include "quillboxd/store/revisions.h"
 #include "quillboxd/unicode.h"
 
 namespace quillboxd {
@@ -18,7 +19,8 @@ constexpr std::size_t longestName = 1000;
 const std::string selectItems =
     "SELECT id, parent, name, is_file, recycled, hidden, file_type, mime_type, description, scene, "
     "created_time, "
-    "edited_time, content, sha256, size, account, starred_time FROM items ";
+    "edited_time, content, sha256, size, account, starred_time, "
+    "(SELECT coalesce(max(number), 0) FROM revisions WHERE node = items.id) FROM items ";
 
 Node readNode(const Query& row) {
     Node node;
@@ -39,6 +41,7 @@ Node readNode(const Query& row) {
     node.size = row.integer(14);
     node.account = row.integer(15);
     node.starredTime = row.optionalText(16);
+    node.version = row.integer(17);
     return node;
 }
 
@@ -163,8 +166,10 @@ Page runPage(Database& database, const std::string& select, const PageRequest& p
 
 }  // namespace
 
-NameRule nameRule(std::int64_t number, std::string_view key) {
-    if (number < 1 || number > 4) badRequest("\"" + std::string(key) + "\" must be 1, 2, 3 or 4");
+NameRule nameRule(std::int64_t number, std::string_view key, NameRule last) {
+    if (number < 1 || number > static_cast<int>(last))
+        badRequest("\"" + std::string(key) + "\" must be a number from 1 to " +
+                   std::to_string(static_cast<int>(last)));
     return static_cast<NameRule>(number);
 }
 
@@ -250,6 +255,12 @@ Node Tree::requireUnfinished(std::int64_t id) {
 
 void Tree::publish(std::int64_t node, std::string_view name, std::int64_t content) {
     database_.run("UPDATE nodes SET live = 1, name = ?, content = ? WHERE id = ?", name, content, node);
+}
+
+void Tree::replaceContent(std::int64_t node, std::int64_t content) {
+    const auto now = timestamp();
+    database_.run("UPDATE nodes SET content = ?, edited_time = ? WHERE id = ?", content, now, node);
+    Revisions(database_).prune(node);
 }
 
 void Tree::rename(std::int64_t node, std::string_view name) {

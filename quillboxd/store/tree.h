@@ -32,13 +32,14 @@ struct Node {
     std::int64_t size = 0;
     std::int64_t account = 0;                ///< whose it is
     std::optional<std::string> starredTime;  ///< of a favourite
+    std::int64_t version = 0;                ///< number of its newest revision
 };
 
 /// What to do where the name is taken already. The numbers stand on the wire.
-enum class NameRule { refuse = 1, rename = 2, reportExisting = 3, renameUnlessSame = 4 };
+enum class NameRule { refuse = 1, rename = 2, reportExisting = 3, renameUnlessSame = 4, replaceContent = 5 };
 
-/// Throws for a number that is no rule.
-NameRule nameRule(std::int64_t number, std::string_view key);
+/// Throws for a number that is no rule, or one behind `last`.
+NameRule nameRule(std::int64_t number, std::string_view key, NameRule last = NameRule::renameUnlessSame);
 
 enum class SortKey { name, edited, size, created, starred };
 
@@ -96,6 +97,9 @@ class Tree {
     /// A file that was taken in with live false.
     Node requireUnfinished(std::int64_t id);
     void publish(std::int64_t node, std::string_view name, std::int64_t content);
+
+    /// Gives a file another content, as its newest revision.
+    void replaceContent(std::int64_t node, std::int64_t content);
 
     void rename(std::int64_t node, std::string_view name);
 

@@ -1,4 +1,4 @@
-// The operations of favourites.
+// The operations of favourites and revisions.
 
 #include "tests/cli/call_rows.h"
 
@@ -24,14 +24,25 @@ const std::vector<Row> favouriteRows = {
      success + R"("subResponseList":[{"fileId":"FILE","code":"0","message":"success"},)",
      R"({"fileId":"none","code":"13000404","message":"there is no file or folder \"none\""}],"status":1,)",
      post("star/batch")},
+
+    {"updateRevision", "absent", absent, refused},
+    {"updateRevision", "fresh", "{}", refused},
+    {"updateRevision", "full",
+     R"({"containerId":"CONTAINER","fileId":"FILE","revisionId":"","keepForever":true})", done, "",
+     post("revision/updateRevision")},
+    {"updateRevision", "withFileIdAlone", R"({"fileId":"FILE"})", done, "", post("revision/updateRevision")},
+    {"updateRevision", "unknownRevision", R"({"fileId":"FILE","revisionId":"none"})",
+     failure(13000404, "the file has no revision"), "", post("revision/updateRevision")},
+    {"updateRevision", "ofAFolder", R"({"fileId":"FOLDER","keepForever":true})", failure(13000400, ""), "",
+     post("revision/updateRevision")},
 };
 
-INSTANTIATE_TEST_SUITE_P(OfTheFavourites, CallRow, testing::ValuesIn(favouriteRows), nameOf);
+INSTANTIATE_TEST_SUITE_P(OfFavouritesAndRevisions, CallRow, testing::ValuesIn(favouriteRows), nameOf);
 
 class CallFavouritesTest : public CallServiceTest {};
 
 TEST_F(CallFavouritesTest, EveryOperationHasItsRows) {
-    EXPECT_EQ(operationsIn(favouriteRows), operationsOf({"IFavor"}));
+    EXPECT_EQ(operationsIn(favouriteRows), operationsOf({"IFavor", "IRevision"}));
 }
 
 TEST_F(CallFavouritesTest, WhatWasStarredIsListedInPages) {

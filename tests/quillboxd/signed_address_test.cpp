@@ -10,6 +10,7 @@ namespace quillboxd_test {
 namespace {
 
 using quillboxd::AddressSigner;
+using quillboxd::ContentAddress;
 using quillboxd::parseContentAddress;
 using quillboxd::parsePartAddress;
 using quillboxd::PartAddress;
@@ -30,12 +31,16 @@ TEST(SignedAddressTest, APartAddressIsReadBackAsItWasWritten) {
 
 TEST(SignedAddressTest, AContentAddressIsReadBackAsItWasWritten) {
     const AddressSigner signer("key");
-    for (const bool inlineView : {false, true}) {
-        const auto address = parseContentAddress(signer.content(12, inlineView, 1000));
+    for (const auto& written : {ContentAddress{.file = 12}, ContentAddress{.file = 12, .inlineView = true},
+                                ContentAddress{.file = 12, .revision = 5},
+                                ContentAddress{.file = 12, .revision = 5, .inlineView = true}}) {
+        auto address = parseContentAddress(signer.content(written, 1000));
         ASSERT_TRUE(address);
-        EXPECT_EQ(address->file, 12);
-        EXPECT_EQ(address->inlineView, inlineView);
+        EXPECT_EQ(address->expires, 1000 + AddressSigner::lifetimeSeconds);
         EXPECT_EQ(signer.check(*address, 1000), Verdict::valid);
+        address->expires = 0;
+        address->signature.clear();
+        EXPECT_EQ(*address, written);
     }
 }
 
@@ -66,7 +71,7 @@ TEST(SignedAddressTest, EveryChangedFieldBreaksTheSignature) {
 
 TEST(SignedAddressTest, ASignatureOfContentOpensNoPart) {
     const AddressSigner signer("key");
-    const auto content = parseContentAddress(signer.content(12, false, 1000)).value();
+    const auto content = parseContentAddress(signer.content({.file = 12}, 1000)).value();
     const PartAddress part{12, 1, content.expires, content.signature};
     EXPECT_EQ(signer.check(part, 1000), Verdict::altered);
 }
@@ -93,6 +98,7 @@ TEST(SignedAddressTest, WhatTheServiceNeverWritesIsNoAddress) {
     }
     EXPECT_TRUE(parsePartAddress("/_part/1/2?expires=3" + tail));
     EXPECT_FALSE(parseContentAddress("/_content/1/attached?expires=3" + tail));
+    EXPECT_FALSE(parseContentAddress("/_content/1/revision/0?expires=3" + tail));
 }
 
 TEST(SignedAddressTest, TheSeedsOfTheFuzzTargetAreReadWithoutHarm) {

@@ -286,7 +286,7 @@ TEST_F(UploadTest, ARefusingRuleAnswersATakenNameWithAConflict) {
         expectRefused(createWith([&](auto& body) { body["autoRename"] = rule; }), 409, "is taken");
     }
     expectRefused(createWith([](auto& body) { body["autoRename"] = 0; }), 400, "autoRename");
-    expectRefused(createWith([](auto& body) { body["autoRename"] = 5; }), 400, "autoRename");
+    expectRefused(createWith([](auto& body) { body["autoRename"] = 6; }), 400, "autoRename");
 }
 
 TEST_F(UploadTest, TwoUploadsOfOneContentShareItsBytes) {
