@@ -57,6 +57,12 @@ constexpr Route table[] = {
     {"GET", "/quillbox/ose/v1/backup/device/*/config", backup::value},
     {"POST", "/quillbox/ose/v1/backup/device/*/config", backup::setValue},
 
+    // Jobs; the id of one stands where other endpoints have their name, so it comes behind all of these
+    {"POST", "/quillbox/ose/v1/cancel", jobs::cancel},
+    {"POST", "/quillbox/ose/v1/jobs", jobs::create},
+    {"GET", "/quillbox/ose/v1/jobs", jobs::list},
+    {"GET", "/quillbox/ose/v1/*", jobs::detail},
+
     // Signed addresses
     {"PUT", "/_part/*/*", addresses::putPart, Admission::address},
     {"GET", "/_content/*", addresses::getContent, Admission::address},
@@ -74,6 +80,8 @@ constexpr Route table[] = {
     {"GET", "/_dev/faults", control::listFaults, Admission::control},
     {"DELETE", "/_dev/faults", control::forgetFaults, Admission::control},
     {"DELETE", "/_dev/locks", control::expireLocks, Admission::control},
+    {"POST", "/_dev/jobs", control::holdJobs, Admission::control},
+    {"DELETE", "/_dev/jobs", control::releaseJobs, Admission::control},
 };
 
 }  // namespace

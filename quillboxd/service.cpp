@@ -36,10 +36,14 @@ std::string signingKey(Database& database) {
 
 std::set<std::string> namedBlobs(Database& database) {
     Transaction transaction(database);
+    Contents::removeUnused(database);
     std::set<std::string> names;
-    auto rows =
-        database.query("SELECT blob FROM segments UNION SELECT blob FROM parts WHERE blob IS NOT NULL");
-    while (rows.next()) names.insert(rows.text(0));
+    {
+        auto rows =
+            database.query("SELECT blob FROM segments UNION SELECT blob FROM parts WHERE blob IS NOT NULL");
+        while (rows.next()) names.insert(rows.text(0));
+    }
+    transaction.commit();
     return names;
 }
 
@@ -67,12 +71,15 @@ Service::Service(const std::filesystem::path& folder, std::int64_t bytesForEach)
       database(databasePath(folder)),
       blobs(folder.empty() ? folder : folder / "blobs"),
       contents(database, blobs),
-      signer(signingKey(database)) {
+      signer(signingKey(database)),
+      jobs(*this) {
     blobs.removeAllBut(namedBlobs(database));
+    jobs.wake();
 }
 
 void Service::reset() {
     faults.clear();
+    jobs.allow(std::nullopt);
     Transaction transaction(database);
     emptyTables(database);
     transaction.commit();

@@ -6,6 +6,7 @@
 
 #include "quillboxd/crypto/signed_address.h"
 #include "quillboxd/faults.h"
+#include "quillboxd/jobs/job_worker.h"
 #include "quillboxd/journal.h"
 #include "quillboxd/store/blob_store.h"
 #include "quillboxd/store/contents.h"
@@ -30,8 +31,8 @@ class Service {
     /// An empty path keeps everything in memory. Each account has room for `quota` bytes.
     Service(const std::filesystem::path& folder, std::int64_t quota);
 
-    /// Back to empty: the organisation alone, without files, backups, journal and faults. Addresses given out
-    /// before lead nowhere.
+    /// Back to empty: the organisation alone, without files, backups, jobs, journal and faults. Addresses
+    /// given out before lead nowhere.
     void reset();
 
   private:
@@ -45,6 +46,7 @@ class Service {
     AddressSigner signer;
     Journal journal;
     Faults faults;
+    JobWorker jobs;  ///< the last, since it works with all others
 };
 
 }  // namespace quillboxd

@@ -35,4 +35,17 @@ Reply expireLocks(Call& call) {
     return success();
 }
 
+Reply holdJobs(Call& call) {
+    static constexpr Field shape[] = {{"steps", Type::integer}};
+    const auto steps = requiredInteger(call.record(shape), "steps");
+    if (steps < 0) badRequest("\"steps\" must not be negative");
+    call.service.jobs.allow(steps);
+    return success();
+}
+
+Reply releaseJobs(Call& call) {
+    call.service.jobs.allow(std::nullopt);
+    return success();
+}
+
 }  // namespace quillboxd::control

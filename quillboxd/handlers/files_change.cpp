@@ -79,18 +79,13 @@ Reply rename(Call& call) {
     const auto request = call.record(shape);
     call.checkContainer(text(request, "containerId"));
     const auto rule = nameRule(integer(request, "renameMode", 2), "renameMode");
-    auto name = requiredText(request, "name");
+    const auto name = requiredText(request, "name");
     checkName(name);
     auto tree = call.tree();
     const auto node = tree.require(call.wildcards[0]);
     if (node.id == 0) forbidden("the root folder has no name to change");
     if (name == node.name) return success();
-    if (tree.child(node.parent, name)) {
-        if (rule == NameRule::refuse || rule == NameRule::reportExisting)
-            conflict(Code::nameExists, taken(name));
-        name = tree.freeName(node.parent, name, node.isFile);
-    }
-    tree.rename(node.id, name);
+    tree.rename(node.id, tree.chooseName(node.parent, name, node.isFile, rule));
     return success();
 }
 

@@ -109,15 +109,6 @@ void checkProof(const Call& call, const json::object& request, std::int64_t cont
     }
 }
 
-/// The name that the file gets, by its rule for names that are taken.
-std::string chooseName(Tree tree, const Node& file, NameRule rule) {
-    if (!tree.child(file.parent, file.name)) return file.name;
-    if (rule == NameRule::refuse || rule == NameRule::reportExisting) {
-        conflict(Code::nameExists, "the name \"" + file.name + "\" is taken in this folder");
-    }
-    return tree.freeName(file.parent, file.name, true);
-}
-
 CreatedFile created(const Call& call, const Node& file, bool rapid, bool exists, json::array parts) {
     return {file.id, success({{"fileId", Tree::wireId(file.id)},
                               {"rapidUpload", rapid},
@@ -163,7 +154,7 @@ void becomeFile(const Call& call, const Upload& upload, std::int64_t content) {
         tree.replaceContent(upload.node, content);
     } else {
         const auto file = tree.requireUnfinished(upload.node);
-        tree.publish(file.id, chooseName(tree, file, upload.nameRule), content);
+        tree.publish(file.id, tree.chooseName(file.parent, file.name, true, upload.nameRule), content);
     }
     call.accesses().note(upload.node, AccessKind::uploaded);
 }
@@ -230,7 +221,7 @@ CreatedFile createFile(Call& call) {
     file.content = call.service.contents.find(upload.sha256, upload.length);
     if (file.content && !(replaces && hasHeld(call, file.id, *file.content)))
         checkProof(call, request, *file.content, upload.length);
-    const auto name = replaces ? file.name : chooseName(tree, file, upload.nameRule);
+    const auto name = replaces ? file.name : tree.chooseName(file.parent, file.name, true, upload.nameRule);
     Uploads uploads(call.service.database);
     uploads.remove(file.id);  // the later one counts of two that replace the same file
     call.space().requireRoom(upload.length);

@@ -63,6 +63,13 @@ Reply value(Call& call);
 Reply setValue(Call& call);
 }  // namespace quillboxd::backup
 
+namespace quillboxd::jobs {
+Reply create(Call& call);
+Reply cancel(Call& call);
+Reply detail(Call& call);
+Reply list(Call& call);
+}  // namespace quillboxd::jobs
+
 namespace quillboxd::addresses {
 Reply putPart(Call& call);
 Reply getContent(Call& call);
@@ -76,4 +83,6 @@ Reply planFault(Call& call);
 Reply forgetFaults(Call& call);
 Reply listFaults(Call& call);
 Reply expireLocks(Call& call);
+Reply holdJobs(Call& call);
+Reply releaseJobs(Call& call);
 }  // namespace quillboxd::control

@@ -1,11 +1,8 @@
 #include "quillboxd/store/contents.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <stdexcept>
 
-#include "quillboxd/store/blob_store.h"
+#include "quillboxd/store/content_reader.h"
 #include "quillboxd/store/database.h"
 
 namespace quillboxd {
@@ -28,6 +25,12 @@ std::int64_t Contents::add(std::string_view sha256, std::int64_t length, const s
     return content;
 }
 
+void Contents::removeUnused(Database& database) {
+    database.script(
+        "DELETE FROM segments WHERE content NOT IN (SELECT content FROM used_contents);"
+        "DELETE FROM contents WHERE id NOT IN (SELECT content FROM used_contents);");
+}
+
 std::vector<Piece> Contents::pieces(std::int64_t content, std::int64_t offset, std::int64_t length) {
     const auto end = offset + length;
     auto rows = database_.query(
@@ -44,15 +47,9 @@ std::vector<Piece> Contents::pieces(std::int64_t content, std::int64_t offset, s
 }
 
 std::string Contents::read(std::int64_t content, std::int64_t offset, std::int64_t length) {
-    std::string bytes;
-    for (const auto& piece : pieces(content, offset, length)) {
-        std::string run(static_cast<std::size_t>(piece.length), '\0');
-        const auto blob = blobs_.open(piece.blob);
-        if (::pread(blob.file.get(), run.data(), run.size(), blob.base + piece.offset) != piece.length) {
-            throw std::runtime_error("a blob is shorter than the database says");
-        }
-        bytes += run;
-    }
+    std::string bytes(static_cast<std::size_t>(length), '\0');
+    ContentReader reader(blobs_, pieces(content, offset, length));
+    bytes.resize(reader.read(0, bytes.data(), bytes.size()));
     return bytes;
 }
 

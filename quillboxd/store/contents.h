@@ -26,6 +26,9 @@ class Contents {
     std::optional<std::int64_t> find(std::string_view sha256, std::int64_t length);
     std::int64_t add(std::string_view sha256, std::int64_t length, const std::vector<Piece>& pieces);
 
+    /// Forgets what no file and no job holds any more.
+    static void removeUnused(Database& database);
+
     /// The pieces of `length` bytes from `offset`, which lie inside the content.
     std::vector<Piece> pieces(std::int64_t content, std::int64_t offset, std::int64_t length);
 

@@ -220,8 +220,68 @@ END;
 constexpr const char* keptRevisions = "ALTER TABLE revisions ADD COLUMN kept INTEGER NOT NULL DEFAULT 0;";
 constexpr const char* favourites = "ALTER TABLE nodes ADD COLUMN starred_time TEXT;";
 
+// The steps of an item are what it still takes to do; they go when it has ended.
+constexpr const char* jobs = R"sql(
+CREATE TABLE jobs (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    kind INTEGER NOT NULL,
+    name_rule INTEGER NOT NULL,
+    status INTEGER NOT NULL DEFAULT 0,
+    destination INTEGER,
+    wanted TEXT NOT NULL,
+    password TEXT NOT NULL,
+    created_time TEXT NOT NULL,
+    begin_time TEXT,
+    end_time TEXT);
+CREATE INDEX open_jobs ON jobs (id) WHERE status < 2;
+
+CREATE TABLE job_items (
+    job INTEGER NOT NULL REFERENCES jobs,
+    number INTEGER NOT NULL,
+    node INTEGER NOT NULL,
+    path TEXT NOT NULL,
+    status INTEGER NOT NULL DEFAULT 0,
+    total INTEGER NOT NULL DEFAULT 0,
+    done INTEGER NOT NULL DEFAULT 0,
+    new_node INTEGER,
+    new_path TEXT NOT NULL DEFAULT '',
+    code INTEGER NOT NULL DEFAULT 0,
+    reason TEXT NOT NULL DEFAULT '',
+    content INTEGER REFERENCES contents,
+    PRIMARY KEY (job, number)) WITHOUT ROWID;
+
+CREATE TABLE job_steps (
+    job INTEGER NOT NULL REFERENCES jobs,
+    item INTEGER NOT NULL,
+    number INTEGER NOT NULL,
+    node INTEGER NOT NULL,
+    parent INTEGER NOT NULL,
+    copy INTEGER,
+    PRIMARY KEY (job, item, number)) WITHOUT ROWID;
+CREATE INDEX job_step_nodes ON job_steps (job, item, node);
+
+CREATE TABLE job_entries (
+    job INTEGER NOT NULL REFERENCES jobs,
+    item INTEGER NOT NULL,
+    number INTEGER NOT NULL,
+    name TEXT NOT NULL,
+    is_file INTEGER NOT NULL,
+    size INTEGER NOT NULL,
+    millis INTEGER NOT NULL,
+    node INTEGER,
+    code INTEGER NOT NULL DEFAULT 0,
+    reason TEXT NOT NULL DEFAULT '',
+    PRIMARY KEY (job, item, number)) WITHOUT ROWID;
+
+CREATE VIEW used_contents AS
+    SELECT content FROM nodes WHERE content IS NOT NULL
+    UNION SELECT content FROM revisions
+    UNION SELECT content FROM job_items WHERE content IS NOT NULL;
+)sql";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files, backups, organisation, staff, space, favourites, keptRevisions};
+constexpr const char* steps[] = {files, backups, organisation, staff, space, favourites, keptRevisions, jobs};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");
@@ -245,9 +305,9 @@ void prepareSchema(Database& database, int version) {
 }
 
 void emptyTables(Database& database) {
-    for (const char* table :
-         {"record_files", "records", "locks", "configuration", "scopes", "devices", "accesses", "parts",
-          "uploads", "revisions", "nodes", "segments", "contents", "tokens", "accounts"}) {
+    for (const char* table : {"job_entries", "job_steps", "job_items", "jobs", "record_files", "records",
+                              "locks", "configuration", "scopes", "devices", "accesses", "parts", "uploads",
+                              "revisions", "nodes", "segments", "contents", "tokens", "accounts"}) {
         database.script((std::string("DELETE FROM ") + table).c_str());
     }
     database.script(staff);

@@ -275,6 +275,45 @@ void Tree::star(std::int64_t node, bool starred) {
         starred, now, node);
 }
 
+void Tree::move(std::int64_t node, std::int64_t parent, std::string_view name) {
+    database_.run("UPDATE nodes SET parent = ?, name = ? WHERE id = ?", parent, name, node);
+}
+
+void Tree::remove(std::int64_t node) {
+    // With it goes what is still to come: into the folder, or in place of the file's content.
+    const char* const both =
+        "(SELECT id FROM nodes WHERE account = ?1 AND (id = ?2 OR (parent = ?2 AND live = 0)))";
+    for (const char* table :
+         {"parts WHERE node IN ", "uploads WHERE node IN ", "accesses WHERE node IN ", "nodes WHERE id IN "})
+        database_.run(std::string("DELETE FROM ") + table + both, account_, node);
+}
+
+bool Tree::isEmpty(std::int64_t folder) {
+    auto row = database_.query("SELECT 1 FROM items WHERE account = ? AND parent = ?", account_, folder);
+    return !row.next();
+}
+
+std::string Tree::chooseName(std::int64_t parent, const std::string& name, bool isFile, NameRule rule) {
+    if (!child(parent, name)) return name;
+    if (rule == NameRule::refuse || rule == NameRule::reportExisting)
+        conflict(Code::nameExists, "the name \"" + name + "\" is taken in this folder");
+    return freeName(parent, name, isFile);
+}
+
+Node Tree::requireAt(std::string_view namePath) {
+    if (!namePath.starts_with('/'))
+        badRequest("the path \"" + std::string(namePath) + "\" does not begin with a slash");
+    auto node = root();
+    for (auto rest = namePath.substr(1); !rest.empty();) {
+        const auto name = rest.substr(0, rest.find('/'));
+        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+        auto next = child(node.id, name);
+        if (!next) notFound("there is no file or folder \"" + std::string(namePath) + "\"");
+        node = *std::move(next);
+    }
+    return node;
+}
+
 Page Tree::list(std::int64_t folder, bool withHidden, std::string_view fileType, const PageRequest& page) {
     const auto select = selectItems +
                         "WHERE account = ?1 AND parent = ?2 AND (?3 OR hidden = 0) AND recycled = ?4 "

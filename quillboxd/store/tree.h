@@ -102,6 +102,17 @@ class Tree {
     void replaceContent(std::int64_t node, std::int64_t content);
 
     void rename(std::int64_t node, std::string_view name);
+    void move(std::int64_t node, std::int64_t parent, std::string_view name);
+
+    /// A file, or a folder that holds nothing people see; files still to come into it are given up.
+    void remove(std::int64_t node);
+    bool isEmpty(std::int64_t folder);
+
+    /// The name that an item gets in a folder, by the rule for names that are taken; throws where it refuses.
+    std::string chooseName(std::int64_t parent, const std::string& name, bool isFile, NameRule rule);
+
+    /// The item at a path of names from the root folder; throws ApiError where there is none.
+    Node requireAt(std::string_view namePath);
 
     /// Makes it a favourite, or no more one. What is one already stays one since the same time.
     void star(std::int64_t node, bool starred);
