@@ -55,7 +55,7 @@ Detached BackupRun::complete(Record record, Counts counts, NetworkFailure outcom
     const RecordCounts told{counts.succCount, counts.succCount, counts.failCount, outcome.code};
     const auto end =
         co_await steps().closeRecord(record.lockId, record.recordId.value_or(""), told, outcome.message);
-    completeOnce(counts, end);
+    completeOnce(counts, {end.code, end.message});
     CloudInstance::shared().getBackupImpl().deleteBackupLock(record.lockId, [](const auto&) {});
 }
 

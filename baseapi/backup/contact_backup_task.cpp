@@ -192,8 +192,8 @@ Detached ContactBackupTask::completeRecord(Upload told, std::int64_t count, Netw
     // The count stands for a success also where the run has failed.
     const RecordCounts counts{count, count, 0, outcome.code};
     const auto end = co_await steps().closeRecord(told.lockId, told.recordId, counts, outcome.message);
-    deliverResult(end.code == 0 ? BackupContactResult{BackupContactResult::success{0, end.message}}
-                                : asResult(end));
+    deliverResult(end.succeeded ? BackupContactResult{BackupContactResult::success{0, end.message}}
+                                : asResult({end.code, end.message}));
     CloudInstance::shared().getBackupImpl().deleteBackupLock(told.lockId, [](const auto&) {});
 }
 

@@ -105,18 +105,19 @@ Task<RecordSteps::Outcome> RecordSteps::createRecord(std::string lockId) const {
                       true};
 }
 
-Task<NetworkFailure> RecordSteps::closeRecord(std::string lockId, std::string recordId, RecordCounts counts,
-                                              std::string message) const {
+Task<RecordSteps::Ending> RecordSteps::closeRecord(std::string lockId, std::string recordId,
+                                                   RecordCounts counts, std::string message) const {
     CompleteRecordBean bean;
     bean.recordId = std::move(recordId);
     bean.properties = encode(counts);
     const auto answer = co_await callbackOf<NetworkResult<BaseResponse>>(
         [&](auto callback) { service().backupComplete(bean, lockId, std::move(callback)); });
-    if (counts.errorCode != 0) co_return NetworkFailure{counts.errorCode, std::move(message)};
-    if (const auto* failure = std::get_if<NetworkFailure>(&answer.value)) co_return *failure;
+    if (counts.errorCode != 0) co_return Ending{counts.errorCode, std::move(message)};
+    if (const auto* failure = std::get_if<NetworkFailure>(&answer.value))
+        co_return Ending{failure->code, failure->message};
     const auto& response = std::get<0>(answer.value).record;
-    co_return NetworkFailure{response.code.value_or(Constants::BACKUP_COMPLETE_FAILED),
-                             response.msg.value_or("Complete failed")};
+    const auto code = response.code.value_or(Constants::BACKUP_COMPLETE_FAILED);
+    co_return Ending{code, response.msg.value_or("Complete failed"), code == 0};
 }
 
 void RecordSteps::logRefusal(std::string_view step, const NetworkFailure& failure) const {

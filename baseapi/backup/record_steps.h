@@ -41,6 +41,13 @@ class RecordSteps {
         bool answered = false;
     };
 
+    /// Code and message of a run's end. A failure may have the code 0, where a refusal brings it.
+    struct Ending {
+        std::int64_t code = 0;
+        std::string message;
+        bool succeeded = false;
+    };
+
     RecordSteps(const BackupModule& module, std::optional<std::int64_t> deviceId)
         : module_(module), deviceId_(deviceId) {}
 
@@ -60,10 +67,10 @@ class RecordSteps {
     Task<bool> pruneRecords(std::string lockId) const;
     /// Makes the run's record.
     Task<Outcome> createRecord(std::string lockId) const;
-    /// Closes the record and gives code and message of the run's end: its own failure goes before what the
-    /// service says of the closing.
-    Task<NetworkFailure> closeRecord(std::string lockId, std::string recordId, RecordCounts counts,
-                                     std::string message) const;
+    /// Closes the record and gives the run's end: its own failure goes before what the service says of the
+    /// closing.
+    Task<Ending> closeRecord(std::string lockId, std::string recordId, RecordCounts counts,
+                             std::string message) const;
 
     /// Logs a refused step in the way of all steps.
     void logRefusal(std::string_view step, const NetworkFailure& failure) const;

@@ -122,8 +122,11 @@ class CardWriter {
 std::string vCardText(std::span<const ContactBean> contacts) {
     std::string text;
     text.reserve(contacts.size() * usualCardLength);
-    CardWriter writer(text);
-    for (const auto& contact : contacts) writer.putCard(contact);
+    {
+        // The text is whole when its writer has ended.
+        CardWriter writer(text);
+        for (const auto& contact : contacts) writer.putCard(contact);
+    }
     return text;
 }
 

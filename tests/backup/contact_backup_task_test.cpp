@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <ctime>
+#include <filesystem>
+#include <iomanip>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,6 +17,7 @@ namespace {
 
 using test_support::Event;
 using test_support::Exchange;
+namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -33,7 +38,7 @@ class ContactBackupTaskTest : public BackupServiceTest {
         task_->deviceId = 7;
         task_->onCallback = {[this](const BackupContactResult& result) { ends_.add(textOf(result)); },
                              [this](const BackupProgress& it) {
-                                 ends_.add("onProgress " + it.hash + std::to_string(it.percent));
+                                 ends_.add("onProgress \"" + it.hash + "\" " + std::to_string(it.percent));
                              }};
     }
 
@@ -66,6 +71,17 @@ class ContactBackupTaskTest : public BackupServiceTest {
         });
     }
 
+    /// The service asks for one part of 20 bytes.
+    void sendAPart() {
+        on(createInRecord, [this](Exchange& exchange) {
+            exchange.answer(
+                200, R"({"code":0,"msg":"ok","fileId":"f","rapidUpload":false,"exist":false,"multiParts":[)"
+                     R"({"partNumber":1,"partSize":20,"partOffset":0,"uploadUrl":")" +
+                         server_.url("/part") + "\"}]}");
+        });
+        on("PUT /part", "");
+    }
+
     TextEvents ends_;
     std::shared_ptr<ContactBackupTask> task_ = std::make_shared<ContactBackupTask>();
 };
@@ -75,13 +91,7 @@ TEST_F(ContactBackupTaskTest, CallsTheServiceInTheOrderOfTheSteps) {
     contact("李", "138");
     Preferences::shared().putString("backup_lock_id_102", "lock-0");
     on(listRecords, R"({"code":0,"data":[{"recordId":"old","status":0,"version":1}]})");
-    on(createInRecord, [this](Exchange& exchange) {
-        exchange.answer(
-            200, R"({"code":0,"msg":"ok","fileId":"f","rapidUpload":false,"exist":false,"multiParts":[)"
-                 R"({"partNumber":1,"partSize":20,"partOffset":0,"uploadUrl":")" +
-                     server_.url("/part") + "\"}]}");
-    });
-    on("PUT /part", "");
+    sendAPart();
     EXPECT_EQ(runToTheEnd(), "success 0 closed");
     ASSERT_TRUE(waitFor(releaseLock, 2));
     ASSERT_TRUE(waitFor(keepLock, 1));
@@ -96,27 +106,22 @@ TEST_F(ContactBackupTaskTest, CallsTheServiceInTheOrderOfTheSteps) {
     EXPECT_EQ(requestsOf(keepLock)[0].header("x-backup-lock-id"), "lock-1");
     EXPECT_THAT(requestsOf(createDirectory)[0].body, HasSubstr(R"("fileName":"quillbox_backup")"));
     EXPECT_THAT(requestsOf(createDirectory)[1].body, HasSubstr(R"("fileName":"102")"));
-    EXPECT_THAT(requestsOf(createInRecord)[0].body, AllOf(HasSubstr(R"("recordId":"record-1")"),
-                                                          HasSubstr("backup_contact_"), HasSubstr(".vcf")));
+    const auto created = requestsOf(createInRecord)[0];
+    EXPECT_THAT(created.body,
+                AllOf(HasSubstr(R"("recordId":"record-1")"), HasSubstr(R"("parentFolder":["folder-2"])"),
+                      HasSubstr("backup_contact_"), HasSubstr(".vcf")));
+    EXPECT_EQ(created.header("x-backup-lock-id"), "lock-1");
     EXPECT_TRUE(test_support::recordingLog().waitFor("keepLock result"));
 }
 
 TEST_F(ContactBackupTaskTest, TellsTheProgressOfTheFile) {
     BASEAPI_NEEDS_PARTS();
     contact("李", "138");
-    on(createInRecord, [this](Exchange& exchange) {
-        exchange.answer(
-            200, R"({"code":0,"msg":"ok","fileId":"f","rapidUpload":false,"exist":false,"multiParts":[)"
-                 R"({"partNumber":1,"partSize":20,"partOffset":0,"uploadUrl":")" +
-                     server_.url("/part") + "\"}]}");
-    });
-    on("PUT /part", "");
+    sendAPart();
     EXPECT_EQ(runToTheEnd(), "success 0 closed");
-    for (const auto& text : ends_.all()) {
-        if (!text.starts_with("onProgress")) continue;
-        EXPECT_LE(std::stoi(text.substr(11)), 100) << text;
-    }
-    EXPECT_TRUE(test_support::recordingLog().containsBeginning("BackupUploadProcessTask progress: "));
+    // 20 of 76 bytes.
+    EXPECT_THAT(ends_.all(), ElementsAre("onProgress \"\" 26", "success 0 closed"));
+    EXPECT_TRUE(logged("BackupUploadProcessTask progress: 20 / 76 (26.32%)"));
 }
 
 TEST_F(ContactBackupTaskTest, ClosesTheRecordWithTheNumberOfContacts) {
@@ -175,9 +180,44 @@ TEST_F(ContactBackupTaskTest, FailsWhereTheRecordIsRefusedAndGivesTheLockBack) {
     EXPECT_EQ(requestsOf(releaseLock)[1].header("x-backup-lock-id"), "lock-1");
 }
 
+TEST_F(ContactBackupTaskTest, FailsWhereTheRecordAnswerDoesNotCome) {
+    cut(createRecord);
+    EXPECT_THAT(runToTheEnd(), StartsWith("failure -1 request error "));
+    EXPECT_TRUE(test_support::recordingLog().containsBeginning(
+        "ContactBackupTask createBackupRecord failure code = -1, msg = request error "));
+    EXPECT_TRUE(waitFor(releaseLock, 2));
+}
+
+TEST_F(ContactBackupTaskTest, LogsWhereTheLockIsNotGivenBack) {
+    on(createRecord, R"({"code":44,"msg":"no"})");
+    on(releaseLock, R"({"code":9,"msg":"gone"})", 403);
+    EXPECT_EQ(runToTheEnd(), "failure 44 no");
+    EXPECT_TRUE(test_support::recordingLog().waitFor("ContactBackupTask deleteBackupLock lockId = lock-1"));
+    EXPECT_TRUE(test_support::recordingLog().waitFor("deleteBackupLock failure code = 9, msg = gone"));
+}
+
 TEST_F(ContactBackupTaskTest, FailsWhereTheRecordAnswerHasNoCode) {
     on(createRecord, "{}");
     EXPECT_EQ(runToTheEnd(), "failure 100010 Create record error");
+}
+
+TEST_F(ContactBackupTaskTest, FailsWhereTheFileCannotBeWritten) {
+    contact("李", "138");
+    // Folders stand in the place of the file, whichever second it is named by.
+    std::vector<fs::path> taken;
+    const auto now = std::time(nullptr);
+    for (auto second = now; second < now + 300; ++second) {
+        std::ostringstream name;
+        name << std::put_time(std::localtime(&second), "backup_contact_%Y%m%d_%H%M%S.vcf");
+        taken.push_back(test_support::temporaryFolder() / name.str());
+        fs::remove(taken.back());
+        fs::create_directory(taken.back());
+    }
+    EXPECT_EQ(runToTheEnd(), "failure 100008 Generate vcf failed");
+    EXPECT_THAT(properties(), AllOf(HasSubstr(R"(\"backupCount\":1)"), HasSubstr(R"(\"errorCode\":100008)")));
+    EXPECT_THAT(requestsOf(createDirectory), IsEmpty());
+    EXPECT_TRUE(waitFor(releaseLock, 2));
+    for (const auto& folder : taken) fs::remove(folder);
 }
 
 TEST_F(ContactBackupTaskTest, FailsWhereTheFolderCannotBeMade) {
@@ -189,6 +229,7 @@ TEST_F(ContactBackupTaskTest, FailsWhereTheFolderCannotBeMade) {
 }
 
 TEST_F(ContactBackupTaskTest, FailsWhereTheFolderIsNotMadeInTime) {
+    contact("李", "138");
     hold(createDirectory, R"({"code":0,"id":"late"})", late_);
     task_->start();
     ASSERT_TRUE(waitFor(createDirectory));
@@ -196,6 +237,7 @@ TEST_F(ContactBackupTaskTest, FailsWhereTheFolderIsNotMadeInTime) {
     test_support::testWaitClock().expire();
     EXPECT_EQ(ends_.waitFor("success", "failure"), "failure 100024 folders create error");
     EXPECT_TRUE(logged("get cloudPath overTime"));
+    EXPECT_THAT(properties(), AllOf(HasSubstr(R"(\"backupCount\":1)"), HasSubstr(R"(\"errorCode\":100024)")));
     late_.set();
 }
 
@@ -212,12 +254,36 @@ TEST_F(ContactBackupTaskTest, FailsWhereTheClosingHasNoAnswerAndGivesTheLockBack
     EXPECT_TRUE(waitFor(releaseLock, 2));
 }
 
+TEST_F(ContactBackupTaskTest, ARefusedClosingIsAFailureThoughItsCodeIsZero) {
+    on(closeRecord, R"({"code":0,"msg":"odd"})", 500);
+    EXPECT_EQ(runToTheEnd(), "failure 0 odd");
+}
+
 TEST_F(ContactBackupTaskTest, FailsWhereTheClosingIsRefused) {
     on(closeRecord, R"({"msg":"odd"})");
     EXPECT_EQ(runToTheEnd(), "failure 100017 odd");
 }
 
 // ---- cancel
+
+TEST_F(ContactBackupTaskTest, ACancelBeforeTheStartSendsNothing) {
+    task_->setCancelled(true);
+    EXPECT_EQ(runToTheEnd(), "failure 100009 User cancel");
+    EXPECT_EQ(server_.requestCount(), 0U);
+}
+
+TEST_F(ContactBackupTaskTest, ACancelWhileTheFolderIsMadeClosesTheRecord) {
+    contact("李", "138");
+    Event letGo;
+    hold(createDirectory, R"({"code":0,"id":"folder-1"})", letGo);
+    task_->start();
+    ASSERT_TRUE(waitFor(createDirectory));
+    task_->setCancelled(true);
+    letGo.set();
+    EXPECT_EQ(ends_.waitFor("success", "failure"), "failure 100009 User cancel");
+    EXPECT_THAT(properties(), AllOf(HasSubstr(R"(\"backupCount\":0)"), HasSubstr(R"(\"errorCode\":100009)")));
+    EXPECT_THAT(requestsOf(createInRecord), IsEmpty());
+}
 
 TEST_F(ContactBackupTaskTest, ACancelBeforeTheLockSendsNothingMoreAndRemembersTheLock) {
     Event letGo;
@@ -259,6 +325,7 @@ TEST_F(ContactBackupTaskTest, ACancelAfterTheRecordClosesIt) {
 }
 
 TEST_F(ContactBackupTaskTest, ACancelInTheUploadIsSeenAtItsNextEvent) {
+    contact("李", "138");
     Event letGo;
     hold(createInRecord, R"({"code":0,"msg":"ok","fileId":"f","rapidUpload":true,"exist":false})", letGo);
     task_->start();
@@ -266,7 +333,7 @@ TEST_F(ContactBackupTaskTest, ACancelInTheUploadIsSeenAtItsNextEvent) {
     task_->setCancelled(true);
     letGo.set();
     EXPECT_EQ(ends_.waitFor("success", "failure"), "failure 100009 User cancel");
-    EXPECT_THAT(properties(), HasSubstr(R"(\"errorCode\":100009)"));
+    EXPECT_THAT(properties(), AllOf(HasSubstr(R"(\"backupCount\":0)"), HasSubstr(R"(\"errorCode\":100009)")));
 }
 
 TEST_F(ContactBackupTaskTest, SetCancelledWithFalseHasNoEffect) {

@@ -1,5 +1,9 @@
 // Backup and restore of contacts.
 
+#include <algorithm>
+#include <set>
+#include <sstream>
+
 #include "tests/cli/backup_test.h"
 
 namespace quillbox_test {
@@ -45,6 +49,10 @@ class ContactsCommandsTest : public BackupTest {
                                               ";;;\r\nTEL;TYPE=CELL:5550" + text + "\r\nEND:VCARD\r\n");
         }
     }
+    static void addLines(std::set<std::string>& lines, const std::string& text) {
+        std::istringstream all(text);
+        for (std::string line; std::getline(all, line);) lines.insert(line);
+    }
     std::string record() const {
         return valueOf(json({"records", "--module", "102"}).lines.at(0), "recordId");
     }
@@ -63,6 +71,33 @@ TEST_F(ContactsCommandsTest, ABookGoesUpAndTheEventsTellOfIt) {
     EXPECT_THAT(result.error, IsEmpty());
     EXPECT_EQ(propertiesOfRecord("102"), counts(2, 0));
     expectNoLock("102");
+}
+
+TEST_F(ContactsCommandsTest, TenThousandCardsComeBackAndStandOnceAfterTwoRestores) {
+    // What the lines say of phones and emails comes back as it was, and a name without separators too.
+    std::set<std::string> lines;
+    fs::create_directories(home_ / "book");
+    for (int number = 0; number < 10'000; ++number) {
+        const auto text = std::to_string(number);
+        std::string card = "TEL;TYPE=CELL:1380" + text + "\r\nTEL;TYPE=HOME:021" + text +
+                           "\r\nEMAIL;TYPE=HOME:h" + text + "@example.org\r\nEMAIL;TYPE=WORK:w" + text +
+                           "@example.org\r\n";
+        const auto odd = number % 2 == 1;
+        if (!odd) card += "N:王;小明" + text + ";;;\r\n";
+        addLines(lines, card);
+        if (odd) card += "N:O\\, Neil;Ann\\; " + text + ";;;\r\n";
+        make("book/" + text + ".vcf", "BEGIN:VCARD\r\nVERSION:3.0\r\n" + card + "END:VCARD\r\n");
+    }
+    ASSERT_EQ(backup().status, 0);
+    EXPECT_EQ(propertiesOfRecord("102"), counts(10'000, 0));
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_EQ(restore(record(), "fresh").status, 0);
+        const auto cards = cardsOf("fresh");
+        EXPECT_EQ(cards.size(), 10'000U);
+        std::set<std::string> found;
+        for (const auto& card : cards) addLines(found, card);
+        EXPECT_TRUE(std::ranges::includes(found, lines));
+    }
 }
 
 TEST_F(ContactsCommandsTest, ForPeopleThereIsALine) {

@@ -60,6 +60,15 @@ TEST_F(VCardFileTest, AFileOfManyPiecesGivesWhatItsTextGives) {
     EXPECT_EQ(contacts, parsedAsText(text));
 }
 
+TEST_F(VCardFileTest, APieceMayEndAnywhereInACard) {
+    const auto cards = card("N:李;雷;;;\r\nTEL;TYPE=CELL:1") + card("FN:Ünal\nNOTE:\xe2\x80\xa8one");
+    constexpr std::size_t piece = 256 << 10;
+    for (std::size_t shift = 0; shift <= cards.size(); ++shift) {
+        const auto text = std::string(piece - shift, 'x') + cards;
+        ASSERT_EQ(parsed(text), parsedAsText(text)) << shift;
+    }
+}
+
 TEST_F(VCardFileTest, ACardMayBeLongerThanAnyPiece) {
     const std::string picture(3 << 20, 'A');
     const auto contacts = parsed(card("FN:Ann\r\nPHOTO:" + picture + "\r\nNOTE:" + picture) + card("FN:Bob"));
