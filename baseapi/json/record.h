@@ -32,8 +32,8 @@
 ///
 ///     friend constexpr auto wireTexts(Access) { return std::array<std::string_view, 2>{"READ", "WRITE"}; }
 ///
-/// Or its cases are their own numbers, and a case `unknown` is read for every number but those in a function
-/// beside it:
+/// Or its cases are their own numbers, which stand in a function beside it, and a case `unknown` is read for
+/// every other 64-bit integer; a number that is none fails the record:
 ///
 ///     friend constexpr auto wireNumbers(Outcome) { return std::array{0, 1, 2}; }
 

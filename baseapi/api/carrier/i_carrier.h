@@ -22,8 +22,8 @@ class ICarrier {
     /// The orders of the user.
     virtual void standardPackagesOrders(NetworkCallback<GetStandPackagesOrdersResponse> onCallback) = 0;
 
-    /// Takes package operations back. One that could not be taken back says so in its own entry; the call
-    /// stays a success.
+    /// Takes package operations back. An answer in which some failed is still a success; each entry says
+    /// what became of its own.
     virtual void operationBatch(std::optional<ReverseBatchOperationReq> bean,
                                 NetworkCallback<BatchOperationResultResp> onCallback) = 0;
 

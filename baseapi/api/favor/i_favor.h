@@ -18,8 +18,8 @@ class IFavor {
     virtual void getStarFiles(std::optional<GetStarFilesBean> bean,
                               NetworkCallback<GetStarFilesResponse> onCallback) = 0;
 
-    /// Stars files or takes their stars away, in spite of its name. A file that could not be changed says so
-    /// in its own entry; the call stays a success.
+    /// Stars files or takes their stars away, in spite of its name. An answer in which some failed is still
+    /// a success; each entry says what became of its own.
     virtual void getStarBatch(std::optional<GetStarBatchBean> bean,
                               NetworkCallback<GetStarBatchResponse> onCallback) = 0;
 

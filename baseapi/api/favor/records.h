@@ -76,7 +76,7 @@ struct GetStarFilesResponse : BaseResponse {
     std::optional<std::vector<StarFileInfo>> starFileList;
     /// A count.
     std::optional<std::int64_t> autoDeleted;
-    /// What the next call takes as `pageCursor`; absent on the last page.
+    /// What the next call takes as `pageCursor`.
     std::optional<std::string> nextCursor;
 
     BASEAPI_FIELDS_OF(GetStarFilesResponse, BaseResponse, starFileList, autoDeleted, nextCursor)

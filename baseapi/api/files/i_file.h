@@ -12,10 +12,10 @@ namespace baseapi {
 /// an upload. Reached through `CloudInstance::shared().getFileImpl()`; callable from any thread.
 ///
 /// Each operation sends one request and returns at once. The callback gets the answer exactly once, as
-/// `NetworkCallback` says. A record that is absent, or that lacks a field which goes into the path, is
-/// refused: the callback gets failure -1 "params build faild" before the call returns, and nothing is sent.
-/// Values go into path and query as they are: a value that an address does not allow ends in failure -1
-/// "callRequest error: invalidURL".
+/// `NetworkCallback` says. A record that is absent, that lacks a field that must be there, or that has
+/// no JSON form, is refused: the callback gets failure -1 "params build faild" before the call returns, and
+/// nothing is sent. Values go into path and query as they are: a value that an address does not allow ends in
+/// failure -1 "callRequest error: invalidURL".
 class IFile {
   public:
     virtual ~IFile() = default;

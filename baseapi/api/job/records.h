@@ -158,9 +158,9 @@ struct GetJobDetailByIdResponse : BaseResponse {
 
 /// What `getJobs` takes.
 struct GetJobsBean {
-    /// -1 is not sent and stands for all types.
+    /// -1 is not sent.
     std::int64_t type = -1;
-    /// -1 is not sent and stands for any status.
+    /// -1 is not sent.
     std::int64_t status = -1;
     /// How many are passed over.
     std::int64_t offset = 0;
