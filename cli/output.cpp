@@ -48,6 +48,7 @@ class JsonOutput : public StreamOutput {
         std::lock_guard lock(mutex_);
         out_.write(line);
     }
+    bool isTerminal() const override { return false; }
     void progress(JobProgress&) override {}
     void endProgress() override {}
     void summary(const std::string&) override {}
@@ -69,6 +70,7 @@ class TextOutput : public StreamOutput {
     }
     void event(const JsonLine&) override {}
 
+    bool isTerminal() const override { return out_.isTerminal(); }
     void progress(JobProgress& job) override {
         if (!out_.isTerminal()) return;
         std::lock_guard lock(mutex_);

@@ -41,6 +41,8 @@ class Output {
     /// A warning or the cause of a failure, in one line on standard error.
     virtual void note(const std::string& text) = 0;
 
+    /// Standard output is a terminal and what it gets is for people.
+    virtual bool isTerminal() const = 0;
     /// Standard output is gone because its reader is: nothing that would be printed is of use.
     virtual bool unread() const = 0;
     /// Why standard output could not be written, empty where it could.

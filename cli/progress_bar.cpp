@@ -17,18 +17,6 @@ double fraction(const JobProgress::View& view) {
     return view.total > 0 ? static_cast<double>(view.done) / static_cast<double>(view.total) : 0.0;
 }
 
-/// Eighths of a column, so that slow work is seen to move.
-std::string bar(double part, std::size_t width) {
-    constexpr const char* eighths[] = {"", "▏", "▎", "▍", "▌", "▋", "▊", "▉"};
-    const auto filled = static_cast<std::size_t>(part * static_cast<double>(8 * width));
-    std::string text;
-    for (std::size_t column = 0; column < filled / 8; ++column) text += "█";
-    text += eighths[filled % 8];
-    const auto used = filled / 8 + (filled % 8 != 0 ? 1 : 0);
-    for (auto column = used; column < width; ++column) text += "░";
-    return text;
-}
-
 std::string figures(const JobProgress::View& view) {
     auto text = std::to_string(static_cast<int>(fraction(view) * 100)) + " %";
     if (view.unit == JobProgress::Unit::bytes) {
@@ -41,6 +29,18 @@ std::string figures(const JobProgress::View& view) {
 }
 
 }  // namespace
+
+// Eighths of a column, so that slow work is seen to move.
+std::string bar(double part, std::size_t width) {
+    constexpr const char* eighths[] = {"", "▏", "▎", "▍", "▌", "▋", "▊", "▉"};
+    const auto filled = static_cast<std::size_t>(part * static_cast<double>(8 * width));
+    std::string text;
+    for (std::size_t column = 0; column < filled / 8; ++column) text += "█";
+    text += eighths[filled % 8];
+    const auto used = filled / 8 + (filled % 8 != 0 ? 1 : 0);
+    for (auto column = used; column < width; ++column) text += "░";
+    return text;
+}
 
 std::string barText(const JobProgress::View& view, std::size_t width) {
     const auto numbers = figures(view);

@@ -8,6 +8,9 @@
 
 namespace quillbox {
 
+/// A bar of so many columns, filled up to this part of 1.
+std::string bar(double part, std::size_t width);
+
 /// One line that shows how far a job has come, no wider than `width` columns.
 std::string barText(const JobProgress::View& view, std::size_t width);
 

@@ -14,6 +14,11 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     all.push_back(makeSearch());
     all.push_back(makePath());
     all.push_back(makeDetail());
+    all.push_back(makeRevisions());
+    all.push_back(makeFavourites());
+    all.push_back(makeFavouriteAdd());
+    all.push_back(makeFavouriteRemove());
+    all.push_back(makeSpace());
     all.push_back(makeDevices());
     all.push_back(makeScopes());
     all.push_back(makeScopeAdd());
