@@ -193,11 +193,13 @@ bool hasHeld(const Call& call, std::int64_t file, std::int64_t content) {
     return Revisions(call.service.database).hasHeld(file, content);
 }
 
-}  // namespace
+/// What a create says of the content to come.
+struct Announced {
+    Upload upload;
+    std::vector<Part> parts;
+};
 
-CreatedFile createFile(Call& call) {
-    const auto request = call.record(createShape);
-    call.checkContainer(text(request, "containerId"));
+Announced readAnnounced(const json::object& request) {
     if (requiredText(request, "uploadMode") != "multipart")
         badRequest("\"uploadMode\" must be \"multipart\"");
     Upload upload;
@@ -205,17 +207,26 @@ CreatedFile createFile(Call& call) {
     upload.length = requiredInteger(request, "length");
     upload.nameRule = nameRule(integer(request, "autoRename", 2), "autoRename", NameRule::replaceContent);
     if (upload.length < 0) badRequest("\"length\" must not be negative");
-    const auto parts = readParts(request);
+    auto parts = readParts(request);
     checkTiling(parts, upload.length);
+    return {upload, std::move(parts)};
+}
 
+bool holds(const Node& file, const Upload& upload) {
+    return file.isFile && file.sha256 == upload.sha256 && file.size == upload.length;
+}
+
+}  // namespace
+
+CreatedFile createFile(Call& call) {
+    const auto request = call.record(createShape);
+    call.checkContainer(text(request, "containerId"));
+    auto [upload, parts] = readAnnounced(request);
     auto tree = call.tree();
     auto file = newFile(request, requireParent(tree, request));
     checkName(file.name);
     const auto sameName = tree.child(file.parent, file.name);
-    if (sameName && sameName->isFile && sameName->sha256 == upload.sha256 &&
-        sameName->size == upload.length) {
-        return created(call, *sameName, false, true, {});
-    }
+    if (sameName && holds(*sameName, upload)) return created(call, *sameName, false, true, {});
     const bool replaces = upload.nameRule == NameRule::replaceContent && sameName && sameName->isFile;
     if (replaces) file = *sameName;
     file.content = call.service.contents.find(upload.sha256, upload.length);

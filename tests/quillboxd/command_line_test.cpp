@@ -34,6 +34,8 @@ TEST(CommandLineTest, OneOfDataAndMemoryIsNeeded) {
 TEST(CommandLineTest, OptionsThatMakeNoSenseAreRefused) {
     expectUnusable({"--memory", "--port", "65536"}, "--port");
     expectUnusable({"--memory", "--port", "http"}, "--port");
+    expectUnusable({"--memory", "--quota", "-1"}, "--quota");
+    expectUnusable({"--memory", "--quota", "much"}, "--quota");
     expectUnusable({"--memory", "--nonsense"}, "--nonsense");
     expectUnusable({"--memory", "--tls", "only-one"}, "--tls");
 }

@@ -1,4 +1,4 @@
-#include "tests/quillboxd/service_fixture.h"
+#include "tests/quillboxd/jobs_client.h"
 
 namespace quillboxd_test {
 namespace {
@@ -201,6 +201,35 @@ TEST_F(RevisionsTest, WhatCannotBeKeptIsRefused) {
     expectRefused(with("revisionId", 1), 400, "revisionId");
     expectRefused(with("containerId", stranger.container()), 403, "container");
     expectRefused(keep(stranger, whole), 404, "no file");
+}
+
+TEST_F(RevisionsTest, ADeletedFileTakesThemAndItsStarAndItsSpaceWithIt) {
+    client_.post("/star/batch", R"({"starred":true,"subRequestList":[{"fileId":")" + file_ + "\"}]}");
+    replace(client_, "file", "second");
+    const auto earlier = revisions(client_, file_).at(1);
+    beginReplacing(client_, "file", "third");
+    const JobsClient jobs(process_.url());
+    EXPECT_EQ(JobsClient::number(JobsClient::info(jobs.run(JobsClient::body(3, {file_}))), "status"), 2);
+    EXPECT_EQ(used(), 0);
+    EXPECT_THAT(client_.get("/star/files").object().at("starFileList").as_array(), SizeIs(0));
+    EXPECT_THAT(download(earlier), HasSubstr("gone"));
+    expectRefused(client_.complete(file_, "third"), 404, "no upload");
+}
+
+TEST_F(RevisionsTest, ACopyBeginsAnew) {
+    replace(client_, "file", "second");
+    client_.makeFolder("copies");
+    const JobsClient jobs(process_.url());
+    jobs.run(JobsClient::body(1, {file_}, "/copies"));
+    const auto found =
+        client_.post("/files/search", R"({"filter":{"keyWord":"file"},"recursived":true})").object();
+    for (const auto& each : found.at("files").as_array()) {
+        const auto id = textOf(each.as_object(), "id");
+        EXPECT_THAT(revisions(client_, id), SizeIs(id == file_ ? 2 : 1));
+        EXPECT_EQ(client_.download(id), "second");
+    }
+    EXPECT_EQ(found.at("total").as_int64(), 2);
+    EXPECT_EQ(used(), 13 + 6 + 6);
 }
 
 TEST(RevisionsPersistenceTest, NothingIsLostByAKill) {

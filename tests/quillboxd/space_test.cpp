@@ -1,3 +1,6 @@
+#include <atomic>
+#include <thread>
+
 #include "quillboxd/store/database.h"
 #include "tests/quillboxd/service_fixture.h"
 
@@ -141,6 +144,20 @@ TEST_F(SpaceTest, UploadsUnderWayKeepTheirRoom) {
     EXPECT_EQ(ben_.complete(textOf(fitting, "fileId"), second).status, 200);
     EXPECT_EQ(ben_.complete(textOf(created, "fileId"), first).status, 200);
     EXPECT_EQ(create(anna_, "hers", someBytes(1000, 4)).status, 200) << "her space is another";
+}
+
+TEST_F(SpaceTest, OfUploadsThatBeginAtOnceThoseThatFitAreTaken) {
+    std::atomic<int> taken{0};
+    std::vector<std::thread> people;
+    for (unsigned number = 0; number < 8; ++number) {
+        people.emplace_back([&, number] {
+            const auto answer = create(ben_, std::to_string(number), someBytes(300, number));
+            EXPECT_THAT(answer.status, testing::AnyOf(200, 507)) << answer.body;
+            if (answer.status == 200) ++taken;
+        });
+    }
+    for (auto& person : people) person.join();
+    EXPECT_EQ(taken, 3);
 }
 
 TEST(SpacePersistenceTest, WhatIsUsedOutlivesAKillAndAnIdleUploadKeepsNoRoom) {
