@@ -35,9 +35,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 "no part without the key");
     }
     if (const auto address = quillboxd::parseContentAddress(text)) {
-        const auto revision = address->revision ? "/revision/" + std::to_string(address->revision) : "";
-        const auto start =
-            "/_content/" + std::to_string(address->file) + revision + (address->inlineView ? "/inline" : "");
+        const auto start = "/_content/" + std::to_string(address->file) +
+                           (address->revision ? "/revision/" + std::to_string(address->revision) : "") +
+                           (address->share ? "/share/" + std::to_string(address->share) : "") +
+                           (address->inlineView ? "/inline" : "");
         require(start + end(address->expires, address->signature) == text,
                 "a content address is written back equal");
         require(signer.check(*address, 0) == quillboxd::AddressSigner::Verdict::altered,

@@ -130,6 +130,13 @@ std::string text(const json::object& record, std::string_view key, std::string_v
     return optionalText(record, key).value_or(std::string(otherwise));
 }
 
+std::vector<std::string> texts(const json::object& record, std::string_view key) {
+    std::vector<std::string> list;
+    if (const auto* value = present(record, key))
+        for (const auto& element : value->get_array()) list.emplace_back(element.get_string());
+    return list;
+}
+
 std::int64_t integer(const json::object& record, std::string_view key, std::int64_t otherwise) {
     const auto* value = present(record, key);
     return value ? value->get_int64() : otherwise;

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillboxd {
 
@@ -30,6 +31,7 @@ json::object parseRecord(std::string_view body, Shape shape);
 const json::value* present(const json::object& record, std::string_view key);
 std::optional<std::string> optionalText(const json::object& record, std::string_view key);
 std::string text(const json::object& record, std::string_view key, std::string_view otherwise = "");
+std::vector<std::string> texts(const json::object& record, std::string_view key);
 std::int64_t integer(const json::object& record, std::string_view key, std::int64_t otherwise);
 bool flag(const json::object& record, std::string_view key, bool otherwise);
 json::object record(const json::object& outer, std::string_view key);

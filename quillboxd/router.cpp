@@ -70,7 +70,8 @@ void authorise(Call& call) {
 
 Reply inTransaction(const Route& route, Call& call) {
     Transaction transaction(call.service.database);
-    if (route.admission == Admission::account) authorise(call);
+    const bool visits = route.admission == Admission::visitor && call.request.header("Authorization");
+    if (route.admission == Admission::account || visits) authorise(call);
     auto reply = route.handler(call);
     transaction.commit();
     return reply;

@@ -12,6 +12,7 @@ enum class Admission {
     account,   ///< with the account of the request's token, the body and one transaction around it
     detached,  ///< likewise, but it makes its transactions itself
     anyone,    ///< like account, for a call that needs no token
+    visitor,   ///< like account where the request has a token, like anyone where it has none
     address,   ///< bare: the address alone says what may be done, and the handler reads the body itself
     control,   ///< bare, and neither in the journal nor touched by faults
 };

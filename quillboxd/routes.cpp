@@ -57,6 +57,18 @@ constexpr Route table[] = {
     {"GET", "/quillbox/ose/v1/backup/device/*/config", backup::value},
     {"POST", "/quillbox/ose/v1/backup/device/*/config", backup::setValue},
 
+    // Share links, and the pages that they open in a browser
+    {"GET", "/quillbox/ose/v1/share", shares::list},
+    {"POST", "/quillbox/ose/v1/share", shares::create},
+    {"POST", "/quillbox/ose/v1/share/cancel", shares::cancel},
+    {"POST", "/quillbox/ose/v1/share/files", shares::files, Admission::visitor},
+    {"GET", "/quillbox/ose/v1/share/*", shares::detail},
+    {"PUT", "/quillbox/ose/v1/share/*", shares::modify},
+    {"GET", "/s/*", shares::openPage, Admission::visitor},
+    {"GET", "/s/*/*", shares::openPage, Admission::visitor},
+    {"POST", "/s/*", shares::takeCode, Admission::anyone},
+    {"POST", "/s/*/*", shares::takeCode, Admission::anyone},
+
     // Jobs; the id of one stands where other endpoints have their name, so it comes behind all of these
     {"POST", "/quillbox/ose/v1/cancel", jobs::cancel},
     {"POST", "/quillbox/ose/v1/jobs", jobs::create},
@@ -71,6 +83,10 @@ constexpr Route table[] = {
     {"HEAD", "/_content/*/revision/*", addresses::getContent, Admission::address},
     {"GET", "/_content/*/inline", addresses::getContent, Admission::address},
     {"HEAD", "/_content/*/inline", addresses::getContent, Admission::address},
+    {"GET", "/_content/*/share/*", addresses::getContent, Admission::address},
+    {"HEAD", "/_content/*/share/*", addresses::getContent, Admission::address},
+    {"GET", "/_content/*/share/*/inline", addresses::getContent, Admission::address},
+    {"HEAD", "/_content/*/share/*/inline", addresses::getContent, Admission::address},
 
     // Control
     {"GET", "/_dev/health", control::health, Admission::control},
@@ -80,6 +96,7 @@ constexpr Route table[] = {
     {"GET", "/_dev/faults", control::listFaults, Admission::control},
     {"DELETE", "/_dev/faults", control::forgetFaults, Admission::control},
     {"DELETE", "/_dev/locks", control::expireLocks, Admission::control},
+    {"DELETE", "/_dev/shares", control::expireShares, Admission::control},
     {"POST", "/_dev/jobs", control::holdJobs, Admission::control},
     {"DELETE", "/_dev/jobs", control::releaseJobs, Admission::control},
 };

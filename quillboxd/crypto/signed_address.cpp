@@ -56,6 +56,7 @@ std::string unsignedText(const PartAddress& address) {
 std::string unsignedText(const ContentAddress& address) {
     return "/_content/" + std::to_string(address.file) +
            (address.revision ? "/revision/" + std::to_string(address.revision) : "") +
+           (address.share ? "/share/" + std::to_string(address.share) : "") +
            (address.inlineView ? "/inline" : "") + "?expires=" + std::to_string(address.expires);
 }
 
@@ -76,6 +77,7 @@ std::optional<ContentAddress> parseContentAddress(std::string_view target) {
     Scanner scan(target);
     if (!scan.literal("/_content/") || !scan.number(address.file)) return std::nullopt;
     if (scan.literal("/revision/") && !scan.number(address.revision)) return std::nullopt;
+    if (scan.literal("/share/") && !scan.number(address.share)) return std::nullopt;
     address.inlineView = scan.literal("/inline");
     const bool fits = scan.literal("?expires=") && scan.number(address.expires) &&
                       scan.literal("&signature=") && scan.signature(address.signature) && scan.atEnd();

@@ -17,11 +17,13 @@ struct PartAddress {
     bool operator==(const PartAddress&) const = default;
 };
 
-/// What `/_content/{file}?expires={seconds}&signature={hex}` says; `revision/{revision}` stands behind the
-/// file for what it held before, and `inline` behind an address for a viewer.
+/// What `/_content/{file}?expires={seconds}&signature={hex}` says; behind the file stand
+/// `revision/{revision}` for what it held before, `share/{share}` for the visitor of a link, and `inline` for
+/// a viewer.
 struct ContentAddress {
     std::int64_t file = 0;
     std::int64_t revision = 0;  ///< 0: the newest
+    std::int64_t share = 0;     ///< 0: none
     std::int64_t expires = 0;
     bool inlineView = false;
     std::string signature;

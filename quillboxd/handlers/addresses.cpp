@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "quillboxd/handlers/handlers.h"
+#include "quillboxd/handlers/share_visit.h"
 #include "quillboxd/store/revisions.h"
 #include "quillboxd/store/uploads.h"
 
@@ -164,8 +165,12 @@ Reply getContent(Call& call) {
     const auto address = checked(parseContentAddress(call.request.target), service.signer);
     Transaction transaction(service.database);
     const auto [file, account] = requireContent(service, address);
-    RecentAccesses(service.database, account)
-        .note(file.id, address.inlineView ? AccessKind::viewed : AccessKind::downloaded);
+    if (address.share) {
+        shares::requireOpenFor(call, address);
+    } else {
+        RecentAccesses(service.database, account)
+            .note(file.id, address.inlineView ? AccessKind::viewed : AccessKind::downloaded);
+    }
 
     const std::string tag = '"' + file.sha256 + '"';
     const auto* condition = call.request.header("If-Range");
@@ -174,6 +179,8 @@ Reply getContent(Call& call) {
     const bool rangeCounts = asked && (!condition || *condition == tag);
     const auto kind = rangeCounts ? readRange(*asked, file.size, range) : RangeKind::whole;
     if (kind == RangeKind::unsatisfiable) return unsatisfiable(file.size);
+    if (address.share && !address.inlineView && range.first == 0 && call.request.verb == "GET")
+        Shares(service.database).countDownload(address.share);
 
     Reply reply;
     reply.contentType = isHeaderSafe(file.mimeType) ? file.mimeType : "application/octet-stream";

@@ -1,5 +1,6 @@
 #include "quillboxd/handlers/handlers.h"
 #include "quillboxd/store/backup_locks.h"
+#include "quillboxd/store/shares.h"
 
 namespace quillboxd::control {
 
@@ -32,6 +33,13 @@ Reply listFaults(Call& call) {
 
 Reply expireLocks(Call& call) {
     BackupLocks::expireAll(call.service.database);
+    return success();
+}
+
+Reply expireShares(Call& call) {
+    Transaction transaction(call.service.database);
+    Shares(call.service.database).expireAll();
+    transaction.commit();
     return success();
 }
 

@@ -39,8 +39,9 @@ void addOwner(const Call& call, json::object& fields) {
     fields["userCapabilities"] = allCapabilities();
 }
 
-std::string contentUrl(const Call& call, const Node& node, bool inlineView) {
-    return call.origin + call.service.signer.content({.file = node.id, .inlineView = inlineView}, now());
+std::string contentUrl(const Call& call, const Node& node, bool inlineView, std::int64_t share) {
+    return call.origin +
+           call.service.signer.content({.file = node.id, .share = share, .inlineView = inlineView}, now());
 }
 
 json::array downloadLinks(const Call& call, const Node& node) {

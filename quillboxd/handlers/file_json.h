@@ -17,8 +17,8 @@ json::object allCapabilities();
 /// The members that say whose the file is and what the caller may do with it.
 void addOwner(const Call& call, json::object& fields);
 
-/// A fresh address of the file's content.
-std::string contentUrl(const Call& call, const Node& node, bool inlineView = false);
+/// A fresh address of the file's content, for its owner or for the visitor of a link.
+std::string contentUrl(const Call& call, const Node& node, bool inlineView = false, std::int64_t share = 0);
 
 /// The list of links of a detail: one, of usage "content".
 json::array downloadLinks(const Call& call, const Node& node);

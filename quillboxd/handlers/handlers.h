@@ -63,6 +63,17 @@ Reply value(Call& call);
 Reply setValue(Call& call);
 }  // namespace quillboxd::backup
 
+namespace quillboxd::shares {
+Reply list(Call& call);
+Reply create(Call& call);
+Reply cancel(Call& call);
+Reply files(Call& call);
+Reply detail(Call& call);
+Reply modify(Call& call);
+Reply openPage(Call& call);
+Reply takeCode(Call& call);
+}  // namespace quillboxd::shares
+
 namespace quillboxd::jobs {
 Reply create(Call& call);
 Reply cancel(Call& call);
@@ -83,6 +94,7 @@ Reply planFault(Call& call);
 Reply forgetFaults(Call& call);
 Reply listFaults(Call& call);
 Reply expireLocks(Call& call);
+Reply expireShares(Call& call);
 Reply holdJobs(Call& call);
 Reply releaseJobs(Call& call);
 }  // namespace quillboxd::control

@@ -28,7 +28,7 @@ json::object userFields(const User& user) {
 }
 
 void requireDepartment(Call& call, std::int64_t id) {
-    if (!Users(call.service.database).hasDepartment(id))
+    if (!Users(call.service.database).departmentName(id))
         notFound("there is no department " + std::to_string(id));
 }
 

@@ -48,10 +48,13 @@ std::string_view Request::query() const {
 }
 
 std::optional<std::string> Request::parameter(std::string_view name) const {
-    auto rest = query();
-    while (!rest.empty()) {
-        const auto pair = rest.substr(0, rest.find('&'));
-        rest.remove_prefix(std::min(rest.size(), pair.size() + 1));
+    return queryParameter(query(), name);
+}
+
+std::optional<std::string> queryParameter(std::string_view query, std::string_view name) {
+    while (!query.empty()) {
+        const auto pair = query.substr(0, query.find('&'));
+        query.remove_prefix(std::min(query.size(), pair.size() + 1));
         const auto equals = std::min(pair.find('='), pair.size());
         if (pair.substr(0, equals) != name) continue;
         auto value = decodePercent(pair.substr(std::min(pair.size(), equals + 1)));

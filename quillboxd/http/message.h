@@ -26,9 +26,11 @@ struct Request {
     std::string_view query() const;  ///< without the "?"
     const std::string* header(std::string_view name) const { return findHeader(headers, name); }
 
-    /// The decoded value of a query parameter; throws ApiError for what is no UTF-8.
     std::optional<std::string> parameter(std::string_view name) const;
 };
+
+/// The decoded value of a parameter in a query; throws ApiError for what is no UTF-8.
+std::optional<std::string> queryParameter(std::string_view query, std::string_view name);
 
 /// An answer: its body stands in `body`, or in the store as `pieces`.
 struct Reply {

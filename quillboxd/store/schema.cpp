@@ -280,8 +280,54 @@ CREATE VIEW used_contents AS
     UNION SELECT content FROM job_items WHERE content IS NOT NULL;
 )sql";
 
+// A link is titled after what is left in it, in the order of the request. An empty time of its end is never.
+constexpr const char* shares = R"sql(
+CREATE TABLE shares (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    short_url TEXT NOT NULL UNIQUE,
+    scope INTEGER NOT NULL,
+    preview INTEGER NOT NULL DEFAULT 0,
+    edit INTEGER NOT NULL DEFAULT 0,
+    download INTEGER NOT NULL DEFAULT 0,
+    extract_code TEXT NOT NULL DEFAULT '',
+    expire_time TEXT NOT NULL DEFAULT '',
+    comment TEXT NOT NULL DEFAULT '',
+    share_time TEXT NOT NULL,
+    update_time TEXT NOT NULL DEFAULT '',
+    views INTEGER NOT NULL DEFAULT 0,
+    downloads INTEGER NOT NULL DEFAULT 0);
+CREATE INDEX share_order ON shares (account, share_time, id);
+
+CREATE TABLE share_files (
+    id INTEGER PRIMARY KEY,
+    share INTEGER NOT NULL REFERENCES shares ON DELETE CASCADE,
+    node INTEGER NOT NULL REFERENCES nodes ON DELETE CASCADE,
+    UNIQUE (share, node));
+CREATE INDEX shared_nodes ON share_files (node);
+
+CREATE TABLE share_audience (
+    id INTEGER PRIMARY KEY,
+    share INTEGER NOT NULL REFERENCES shares ON DELETE CASCADE,
+    kind INTEGER NOT NULL,
+    member TEXT NOT NULL,
+    UNIQUE (share, kind, member));
+
+CREATE VIEW left_in_shares AS
+    SELECT share, share_files.id AS place, name
+    FROM share_files JOIN items ON items.id = node WHERE recycled = 0;
+
+CREATE VIEW titled_shares AS
+    SELECT shares.*, coalesce(
+        (SELECT name FROM left_in_shares WHERE share = shares.id ORDER BY place LIMIT 1) ||
+        (SELECT CASE count(*) WHEN 1 THEN '' ELSE ' and ' || (count(*) - 1) || ' more' END
+            FROM left_in_shares WHERE share = shares.id), '') AS title
+    FROM shares;
+)sql";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files, backups, organisation, staff, space, favourites, keptRevisions, jobs};
+constexpr const char* steps[] = {files,      backups,       organisation, staff, space,
+                                 favourites, keptRevisions, jobs,         shares};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");
@@ -305,9 +351,10 @@ void prepareSchema(Database& database, int version) {
 }
 
 void emptyTables(Database& database) {
-    for (const char* table : {"job_entries", "job_steps", "job_items", "jobs", "record_files", "records",
-                              "locks", "configuration", "scopes", "devices", "accesses", "parts", "uploads",
-                              "revisions", "nodes", "segments", "contents", "tokens", "accounts"}) {
+    for (const char* table :
+         {"shares",    "job_entries",   "job_steps", "job_items", "jobs",     "record_files", "records",
+          "locks",     "configuration", "scopes",    "devices",   "accesses", "parts",        "uploads",
+          "revisions", "nodes",         "segments",  "contents",  "tokens",   "accounts"}) {
         database.script((std::string("DELETE FROM ") + table).c_str());
     }
     database.script(staff);

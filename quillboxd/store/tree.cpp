@@ -371,6 +371,14 @@ std::string idPath(const std::vector<Node>& path) {
     return text.empty() ? "/" : text;
 }
 
+Page pickNodes(Database& database, std::string_view condition, std::int64_t set, std::string_view keyWord,
+               const PageRequest& page) {
+    const auto select = selectItems + "WHERE recycled = 0 AND instr(fold_case(name), ?3) > 0 AND (" +
+                        std::string(condition) + ") ";
+    const auto folded = foldCase(keyWord);
+    return runPage(database, select, page, std::nullopt, set, folded, false, std::string_view());
+}
+
 void checkName(std::string_view name) {
     const std::string quoted = "the name \"" + std::string(name.substr(0, 100)) + "\"";
     if (name.empty()) badRequest("the name is empty");

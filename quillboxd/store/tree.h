@@ -135,6 +135,11 @@ class Tree {
 std::string namePath(const std::vector<Node>& path);
 std::string idPath(const std::vector<Node>& path);
 
+/// The nodes, whoever owns them, that a condition over the columns of `items` picks and whose names hold the
+/// key word; ?2 in the condition stands for `set`.
+Page pickNodes(Database& database, std::string_view condition, std::int64_t set, std::string_view keyWord,
+               const PageRequest& page);
+
 /// Throws for a name that no item can have.
 void checkName(std::string_view name);
 

@@ -57,8 +57,18 @@ std::int64_t Users::count(const UserFilter& filter) {
     return count.integer(0);
 }
 
-bool Users::hasDepartment(std::int64_t id) {
-    return database_.query("SELECT 1 FROM departments WHERE id = ?", id).next();
+std::optional<std::string> Users::departmentName(std::int64_t id) {
+    auto row = database_.query("SELECT name FROM departments WHERE id = ?", id);
+    return row.next() ? std::optional(row.text(0)) : std::nullopt;
+}
+
+bool Users::isIn(std::int64_t user, std::int64_t department) {
+    auto row = database_.query(
+        "WITH RECURSIVE above (id) AS (SELECT department FROM accounts WHERE id = ?1 UNION "
+        "SELECT parent FROM departments JOIN above ON departments.id = above.id) "
+        "SELECT 1 FROM above WHERE id = ?2",
+        user, department);
+    return row.next();
 }
 
 void Users::change(std::int64_t user, const UserChange& change) {

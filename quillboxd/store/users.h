@@ -52,7 +52,9 @@ class Users {
     std::vector<User> list(const UserFilter& filter, std::int64_t offset, std::int64_t limit);
     std::int64_t count(const UserFilter& filter);
 
-    bool hasDepartment(std::int64_t id);
+    std::optional<std::string> departmentName(std::int64_t id);
+    /// Whether the user is in the department, or in one below it.
+    bool isIn(std::int64_t user, std::int64_t department);
     void change(std::int64_t user, const UserChange& change);
 
     /// The user leaves for good: no token of theirs is valid any more, and none is given.

@@ -59,18 +59,32 @@ class CallServiceTest : public CloudTest {
         make("known.txt", "hello");
         EXPECT_EQ(json({"upload", "known.txt"}).status, 0);
         EXPECT_EQ(json({"mkdir", "known"}).status, 0);
-        file_ = idOf("known.txt");
-        folder_ = idOf("known");
-        const auto detail = json({"detail", file_}).output;
+        const auto file = idOf("known.txt");
+        const auto detail = json({"detail", file}).output;
         const auto begin = detail.find(R"("containers":[")") + 15;
-        container_ = detail.substr(begin, detail.find('"', begin) - begin);
+        know("FILE", file);
+        know("FOLDER", idOf("known"));
+        know("CONTAINER", detail.substr(begin, detail.find('"', begin) - begin));
+    }
+    /// From now on the word stands for the text, and what has been sent so far does not count.
+    void know(const std::string& word, const std::string& text) {
+        words_.emplace_back(word, text);
         before_ = journal().size();
     }
     std::string filled(std::string text) const {
-        boost::replace_all(text, "FILE", file_);
-        boost::replace_all(text, "FOLDER", folder_);
-        boost::replace_all(text, "CONTAINER", container_);
+        for (const auto& [word, meaning] : words_) boost::replace_all(text, word, meaning);
         return text;
+    }
+    void expectAnswer(const Row& row) const {
+        const auto result = call(row.operation, row.record);
+        EXPECT_THAT(result.lines, testing::ElementsAre(testing::AllOf(testing::StartsWith(filled(row.event)),
+                                                                      testing::HasSubstr(filled(row.also)))));
+        EXPECT_EQ(result.status, row.event.starts_with(success) || row.event == done ? 0 : 1);
+        EXPECT_THAT(result.error, testing::IsEmpty());
+        if (row.sent.empty())
+            EXPECT_THAT(sent(), testing::IsEmpty());
+        else
+            EXPECT_THAT(sent(), testing::ElementsAre(filled(row.sent)));
     }
     std::vector<std::string> sent() const {
         const auto all = journal();
@@ -90,9 +104,8 @@ class CallServiceTest : public CloudTest {
         return operations;
     }
 
-    std::string file_;
-    std::string folder_;
-    std::string container_;
+  private:
+    std::vector<std::pair<std::string, std::string>> words_;
     std::size_t before_ = 0;
 };
 

@@ -152,15 +152,7 @@ const std::vector<Row> rows = {
 };
 
 TEST_P(CallRow, IsAnswered) {
-    const auto& row = GetParam();
-    const auto result = call(row.operation, row.record);
-    EXPECT_THAT(result.lines, ElementsAre(AllOf(StartsWith(filled(row.event)), HasSubstr(filled(row.also)))));
-    EXPECT_EQ(result.status, row.event.starts_with(success) || row.event == done ? 0 : 1);
-    EXPECT_THAT(result.error, IsEmpty());
-    if (row.sent.empty())
-        EXPECT_THAT(sent(), IsEmpty());
-    else
-        EXPECT_THAT(sent(), ElementsAre(filled(row.sent)));
+    expectAnswer(GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(OfTheFiles, CallRow, testing::ValuesIn(rows), nameOf);

@@ -44,6 +44,18 @@ TEST(SignedAddressTest, AContentAddressIsReadBackAsItWasWritten) {
     }
 }
 
+TEST(SignedAddressTest, AnAddressForAVisitorNamesItsLink) {
+    const AddressSigner signer("key");
+    auto address =
+        parseContentAddress(signer.content({.file = 12, .share = 7, .inlineView = true}, 1000)).value();
+    EXPECT_EQ(address.file, 12);
+    EXPECT_EQ(address.share, 7);
+    EXPECT_TRUE(address.inlineView);
+    EXPECT_EQ(signer.check(address, 1000), Verdict::valid);
+    address.share = 0;
+    EXPECT_EQ(signer.check(address, 1000), Verdict::altered);
+}
+
 TEST(SignedAddressTest, AnAddressLastsToItsLastSecond) {
     const AddressSigner signer("key");
     const auto address = parsePartAddress(signer.part(12, 3, 1000)).value();
@@ -99,6 +111,8 @@ TEST(SignedAddressTest, WhatTheServiceNeverWritesIsNoAddress) {
     EXPECT_TRUE(parsePartAddress("/_part/1/2?expires=3" + tail));
     EXPECT_FALSE(parseContentAddress("/_content/1/attached?expires=3" + tail));
     EXPECT_FALSE(parseContentAddress("/_content/1/revision/0?expires=3" + tail));
+    EXPECT_FALSE(parseContentAddress("/_content/1/share/?expires=3" + tail));
+    EXPECT_FALSE(parseContentAddress("/_content/1/share/0?expires=3" + tail));
 }
 
 TEST(SignedAddressTest, TheSeedsOfTheFuzzTargetAreReadWithoutHarm) {
