@@ -69,6 +69,13 @@ constexpr Route table[] = {
     {"POST", "/s/*", shares::takeCode, Admission::anyone},
     {"POST", "/s/*/*", shares::takeCode, Admission::anyone},
 
+    // Sync folders
+    {"POST", "/quillbox/ose/v1/syncDir/create", sync::create},
+    {"POST", "/quillbox/ose/v1/syncDir/close", sync::close},
+    {"POST", "/quillbox/ose/v1/syncDir/getStartCursor", sync::startCursor},
+    {"POST", "/quillbox/ose/v1/syncDir/listChange", sync::listChange},
+    {"POST", "/quillbox/ose/v1/file/walkFile", sync::walk},
+
     // Jobs; the id of one stands where other endpoints have their name, so it comes behind all of these
     {"POST", "/quillbox/ose/v1/cancel", jobs::cancel},
     {"POST", "/quillbox/ose/v1/jobs", jobs::create},

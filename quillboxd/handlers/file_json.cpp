@@ -20,6 +20,15 @@ json::object commonFields(const Node& node) {
     return fields;
 }
 
+json::object listFields(const Call& call, const Node& node) {
+    auto fields = commonFields(node);
+    fields["containers"] = json::array{call.account.container};
+    fields["hidden"] = node.hidden;
+    fields["favorite"] = node.starredTime.has_value();
+    fields["size"] = node.size;
+    return fields;
+}
+
 json::object allCapabilities() {
     json::object capabilities;
     for (const char* key :
@@ -68,6 +77,13 @@ PageRequest pageRequest(const json::object& record) {
     const auto info = quillboxd::record(record, "pageInfo");
     page.size = pageSize(requiredInteger(info, "pageSize"), "pageInfo.pageSize");
     page.cursor = text(info, "pageCursor");
+    return page;
+}
+
+PageRequest orderedPage(const json::object& record) {
+    auto page = pageRequest(record);
+    const auto sort = quillboxd::record(record, "sortInfo");
+    setOrder(page, integer(sort, "sortType", 1), integer(sort, "sortDirection", 0));
     return page;
 }
 

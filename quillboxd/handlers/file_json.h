@@ -12,6 +12,9 @@ std::string suffix(const Node& node);
 /// The members that every view of a file has.
 json::object commonFields(const Node& node);
 
+/// The members of a file in a list.
+json::object listFields(const Call& call, const Node& node);
+
 json::object allCapabilities();
 
 /// The members that say whose the file is and what the caller may do with it.
@@ -33,6 +36,10 @@ PageRequest pageRequest(const json::object& record);
 /// number is the name too) and sortDirection (1 downwards) ask for.
 void setOrder(PageRequest& page, std::int64_t sortType, std::int64_t sortDirection);
 
+/// pageInfo, and the order of sortInfo: its numbers, by name without it.
+PageRequest orderedPage(const json::object& record);
+
 constexpr Field pageInfoShape[] = {{"pageSize", Type::integer}, {"pageCursor", Type::text}};
+constexpr Field sortInfoShape[] = {{"sortType", Type::integer}, {"sortDirection", Type::integer}};
 
 }  // namespace quillboxd::files

@@ -1,4 +1,3 @@
-#include "quillboxd/crypto/random.h"
 #include "quillboxd/handlers/file_json.h"
 #include "quillboxd/handlers/handlers.h"
 #include "quillboxd/store/database.h"
@@ -27,18 +26,13 @@ std::string taken(const std::string& name) {
 }
 
 Node newFolder(const json::object& request, std::int64_t parent) {
-    const auto now = timestamp();
-    Node folder;
-    folder.id = randomId();
-    folder.parent = parent;
-    folder.name = requiredText(request, "fileName");
+    auto folder = newNode(parent, requiredText(request, "fileName"), false);
     folder.hidden = flag(request, "hidden", false);
-    folder.fileType = "10";
-    folder.mimeType = text(request, "mimeType", "application/x-directory");
+    folder.mimeType = text(request, "mimeType", folder.mimeType);
     folder.description = text(request, "description");
     folder.scene = text(request, "scene");
-    folder.createdTime = text(request, "createdTime", now);
-    folder.editedTime = text(request, "editedTime", now);
+    folder.createdTime = text(request, "createdTime", folder.createdTime);
+    folder.editedTime = text(request, "editedTime", folder.editedTime);
     return folder;
 }
 
@@ -59,7 +53,6 @@ Reply createDirectory(Call& call) {
     const auto rule = nameRule(integer(request, "renameMode", 2), "renameMode");
     auto tree = call.tree();
     auto folder = newFolder(request, requireParent(tree, request));
-    checkName(folder.name);
     if (const auto existing = tree.child(folder.parent, folder.name)) {
         if (rule == NameRule::reportExisting && !existing->isFile) return alreadyThere(*existing);
         if (rule == NameRule::reportExisting || rule == NameRule::refuse)

@@ -9,7 +9,6 @@
 namespace quillboxd::files {
 namespace {
 
-constexpr Field sortNumbers[] = {{"sortType", Type::integer}, {"sortDirection", Type::integer}};
 constexpr Field sortTexts[] = {{"sortType", Type::text}, {"sortDirection", Type::text}};
 
 SortKey sortKey(const std::string& name) {
@@ -17,15 +16,6 @@ SortKey sortKey(const std::string& name) {
     if (name == "3" || name == "size") return SortKey::size;
     if (name == "4" || name == "createdTime") return SortKey::created;
     return SortKey::name;
-}
-
-json::object listItem(const Call& call, const Node& node) {
-    auto item = commonFields(node);
-    item["containers"] = json::array{call.account.container};
-    item["hidden"] = node.hidden;
-    item["favorite"] = node.starredTime.has_value();
-    item["size"] = node.size;
-    return item;
 }
 
 json::object foundItem(const Call& call, const Node& node) {
@@ -111,7 +101,7 @@ Reply access(Call& call) {
 Reply list(Call& call) {
     static constexpr Field shape[] = {{"type", Type::text},
                                       {"pageInfo", Type::record, pageInfoShape},
-                                      {"sortInfo", Type::record, sortNumbers},
+                                      {"sortInfo", Type::record, sortInfoShape},
                                       {"containerId", Type::text},
                                       {"parentFileId", Type::text},
                                       {"fileType", Type::text},
@@ -119,16 +109,13 @@ Reply list(Call& call) {
                                       {"imageProcess", Type::text}};
     const auto request = call.record(shape);
     call.checkContainer(text(request, "containerId"));
-    const auto sort = record(request, "sortInfo");
-    auto page = pageRequest(request);
-    setOrder(page, integer(sort, "sortType", 1), integer(sort, "sortDirection", 0));
-
+    const auto page = orderedPage(request);
     auto tree = call.tree();
     const auto folder = tree.requireFolder(text(request, "parentFileId"));
     const auto found = tree.list(folder, flag(request, "hidden", false), text(request, "fileType"), page);
     json::array files;
     files.reserve(found.nodes.size());
-    for (const auto& node : found.nodes) files.push_back(listItem(call, node));
+    for (const auto& node : found.nodes) files.push_back(listFields(call, node));
     json::object answer{{"files", std::move(files)},
                         {"category", call.wildcards[0]},
                         {"searchCompleted", found.nextCursor.empty()}};

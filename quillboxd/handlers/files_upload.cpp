@@ -2,7 +2,6 @@
 #include <cctype>
 
 #include "quillboxd/crypto/proof_code.h"
-#include "quillboxd/crypto/random.h"
 #include "quillboxd/handlers/file_create.h"
 #include "quillboxd/handlers/file_json.h"
 #include "quillboxd/handlers/handlers.h"
@@ -81,19 +80,13 @@ json::array partsWithAddresses(const Call& call, std::int64_t file, const std::v
 }
 
 Node newFile(const json::object& request, std::int64_t parent) {
-    const auto now = timestamp();
-    Node file;
-    file.id = randomId();
-    file.parent = parent;
-    file.name = requiredText(request, "fileName");
-    file.isFile = true;
+    auto file = newNode(parent, requiredText(request, "fileName"), true);
     file.hidden = flag(request, "hidden", false);
-    file.fileType = text(request, "fileType", "45");
-    file.mimeType = text(request, "mimeType", "application/octet-stream");
+    file.fileType = text(request, "fileType", file.fileType);
+    file.mimeType = text(request, "mimeType", file.mimeType);
     file.description = text(request, "description");
     file.scene = text(request, "scene");
-    file.createdTime = text(request, "createdTime", now);
-    file.editedTime = now;
+    file.createdTime = text(request, "createdTime", file.createdTime);
     return file;
 }
 
@@ -224,7 +217,6 @@ CreatedFile createFile(Call& call) {
     auto [upload, parts] = readAnnounced(request);
     auto tree = call.tree();
     auto file = newFile(request, requireParent(tree, request));
-    checkName(file.name);
     const auto sameName = tree.child(file.parent, file.name);
     if (sameName && holds(*sameName, upload)) return created(call, *sameName, false, true, {});
     const bool replaces = upload.nameRule == NameRule::replaceContent && sameName && sameName->isFile;

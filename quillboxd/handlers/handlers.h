@@ -81,6 +81,14 @@ Reply detail(Call& call);
 Reply list(Call& call);
 }  // namespace quillboxd::jobs
 
+namespace quillboxd::sync {
+Reply create(Call& call);
+Reply close(Call& call);
+Reply startCursor(Call& call);
+Reply listChange(Call& call);
+Reply walk(Call& call);
+}  // namespace quillboxd::sync
+
 namespace quillboxd::addresses {
 Reply putPart(Call& call);
 Reply getContent(Call& call);

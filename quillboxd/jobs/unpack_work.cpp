@@ -1,14 +1,12 @@
 #include <algorithm>
 #include <optional>
 
-#include "quillboxd/crypto/random.h"
 #include "quillboxd/crypto/sha256.h"
 #include "quillboxd/error.h"
 #include "quillboxd/jobs/work.h"
 #include "quillboxd/jobs/zip_archive.h"
 #include "quillboxd/service.h"
 #include "quillboxd/store/space.h"
-#include "quillboxd/store/time_text.h"
 
 namespace quillboxd {
 namespace {
@@ -52,19 +50,6 @@ bool isBelow(std::string_view entry, std::string_view wanted) {
 std::string stem(const std::string& name) {
     const auto dot = name.rfind('.');
     return dot == 0 || dot == name.npos ? name : name.substr(0, dot);
-}
-
-Node newNode(std::int64_t parent, const std::string& name, bool isFile) {
-    Node node;
-    node.id = randomId();
-    node.parent = parent;
-    node.name = name;
-    node.isFile = isFile;
-    node.fileType = isFile ? "45" : "10";
-    node.mimeType = isFile ? "application/octet-stream" : "application/x-directory";
-    node.createdTime = timestamp();
-    node.editedTime = node.createdTime;
-    return node;
 }
 
 /// The bytes of one entry on their way into the store.

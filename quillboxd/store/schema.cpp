@@ -325,9 +325,39 @@ CREATE VIEW titled_shares AS
     FROM shares;
 )sql";
 
+// A change is told with the item as it was then, since it may be another or gone by the time of the reading.
+constexpr const char* syncFolders = R"sql(
+CREATE TABLE sync_folders (
+    account INTEGER NOT NULL REFERENCES accounts,
+    node INTEGER NOT NULL,
+    start INTEGER NOT NULL,
+    PRIMARY KEY (account, node)) WITHOUT ROWID;
+
+CREATE TABLE sync_changes (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    folder INTEGER NOT NULL,
+    kind INTEGER NOT NULL,
+    move_type INTEGER,
+    source_parent INTEGER,
+    id_path TEXT NOT NULL,
+    node INTEGER NOT NULL,
+    parent INTEGER NOT NULL,
+    name TEXT NOT NULL,
+    is_file INTEGER NOT NULL,
+    hidden INTEGER NOT NULL,
+    file_type TEXT NOT NULL,
+    mime_type TEXT NOT NULL,
+    created_time TEXT NOT NULL,
+    edited_time TEXT NOT NULL,
+    sha256 TEXT NOT NULL,
+    size INTEGER NOT NULL);
+CREATE INDEX sync_feeds ON sync_changes (account, folder, id);
+)sql";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files,      backups,       organisation, staff, space,
-                                 favourites, keptRevisions, jobs,         shares};
+constexpr const char* steps[] = {files,      backups,       organisation, staff,  space,
+                                 favourites, keptRevisions, jobs,         shares, syncFolders};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");
@@ -352,9 +382,10 @@ void prepareSchema(Database& database, int version) {
 
 void emptyTables(Database& database) {
     for (const char* table :
-         {"shares",    "job_entries",   "job_steps", "job_items", "jobs",     "record_files", "records",
-          "locks",     "configuration", "scopes",    "devices",   "accesses", "parts",        "uploads",
-          "revisions", "nodes",         "segments",  "contents",  "tokens",   "accounts"}) {
+         {"sync_changes", "sync_folders", "shares",  "job_entries", "job_steps",     "job_items",
+          "jobs",         "record_files", "records", "locks",       "configuration", "scopes",
+          "devices",      "accesses",     "parts",   "uploads",     "revisions",     "nodes",
+          "segments",     "contents",     "tokens",  "accounts"}) {
         database.script((std::string("DELETE FROM ") + table).c_str());
     }
     database.script(staff);

@@ -5,10 +5,12 @@
 #include <charconv>
 #include <variant>
 
+#include "quillboxd/crypto/random.h"
 #include "quillboxd/error.h"
 #include "quillboxd/json.h"
 #include "quillboxd/store/database.h"
 #include "quillboxd/store/revisions.h"
+#include "quillboxd/store/sync_folders.h"
 #include "quillboxd/unicode.h"
 
 namespace quillboxd {
@@ -239,6 +241,7 @@ void Tree::insert(const Node& node, bool live) {
         "scene, created_time, edited_time, content) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
         node.id, account_, node.parent, node.name, node.isFile, live, node.hidden, node.fileType,
         node.mimeType, node.description, node.scene, node.createdTime, node.editedTime, node.content);
+    if (live) note(ChangeKind::created, node.id);
 }
 
 Node Tree::requireUnfinished(std::int64_t id) {
@@ -255,17 +258,20 @@ Node Tree::requireUnfinished(std::int64_t id) {
 
 void Tree::publish(std::int64_t node, std::string_view name, std::int64_t content) {
     database_.run("UPDATE nodes SET live = 1, name = ?, content = ? WHERE id = ?", name, content, node);
+    note(ChangeKind::created, node);
 }
 
 void Tree::replaceContent(std::int64_t node, std::int64_t content) {
     const auto now = timestamp();
     database_.run("UPDATE nodes SET content = ?, edited_time = ? WHERE id = ?", content, now, node);
     Revisions(database_).prune(node);
+    note(ChangeKind::changed, node);
 }
 
 void Tree::rename(std::int64_t node, std::string_view name) {
     const auto now = timestamp();
     database_.run("UPDATE nodes SET name = ?, edited_time = ? WHERE id = ?", name, now, node);
+    note(ChangeKind::renamed, node);
 }
 
 void Tree::star(std::int64_t node, bool starred) {
@@ -276,10 +282,13 @@ void Tree::star(std::int64_t node, bool starred) {
 }
 
 void Tree::move(std::int64_t node, std::int64_t parent, std::string_view name) {
+    const auto before = find(node).value();
     database_.run("UPDATE nodes SET parent = ?, name = ? WHERE id = ?", parent, name, node);
+    SyncFolders(database_, account_).noteMove(before, find(node).value());
 }
 
 void Tree::remove(std::int64_t node) {
+    note(ChangeKind::removed, node);
     // With it goes what is still to come: into the folder, or in place of the file's content.
     const char* const both =
         "(SELECT id FROM nodes WHERE account = ?1 AND (id = ?2 OR (parent = ?2 AND live = 0)))";
@@ -314,11 +323,25 @@ Node Tree::requireAt(std::string_view namePath) {
     return node;
 }
 
+void Tree::note(ChangeKind kind, std::int64_t node) {
+    SyncFolders(database_, account_).note(kind, node);
+}
+
 Page Tree::list(std::int64_t folder, bool withHidden, std::string_view fileType, const PageRequest& page) {
     const auto select = selectItems +
                         "WHERE account = ?1 AND parent = ?2 AND (?3 OR hidden = 0) AND recycled = ?4 "
                         "AND (?5 = '' OR file_type = ?5) ";
     return runPage(database_, select, page, account_, folder, withHidden, false, fileType);
+}
+
+Page Tree::walk(std::int64_t folder, bool withHidden, std::optional<bool> files, const PageRequest& page) {
+    // A hidden folder hides what it holds.
+    const auto select = selectItems +
+                        "WHERE account = ?1 AND parent IN (WITH RECURSIVE below (id) AS (SELECT ?2 UNION "
+                        "SELECT nodes.id FROM nodes JOIN below ON parent = below.id WHERE account = ?1 "
+                        "AND live = 1 AND is_file = 0 AND (?3 OR hidden = 0)) SELECT id FROM below) "
+                        "AND (?3 OR hidden = 0) AND recycled = ?4 AND (?5 IS NULL OR is_file = ?5) ";
+    return runPage(database_, select, page, account_, folder, withHidden, false, files);
 }
 
 Page Tree::search(const SearchFilter& filter, const PageRequest& page) {
@@ -357,6 +380,20 @@ std::vector<Node> Tree::path(const Node& node) {
         path.push_back(*step);
     std::reverse(path.begin(), path.end());
     return path;
+}
+
+Node newNode(std::int64_t parent, const std::string& name, bool isFile) {
+    checkName(name);
+    Node node;
+    node.id = randomId();
+    node.parent = parent;
+    node.name = name;
+    node.isFile = isFile;
+    node.fileType = isFile ? "45" : "10";
+    node.mimeType = isFile ? "application/octet-stream" : "application/x-directory";
+    node.createdTime = timestamp();
+    node.editedTime = node.createdTime;
+    return node;
 }
 
 std::string namePath(const std::vector<Node>& path) {

@@ -12,6 +12,7 @@
 namespace quillboxd {
 
 class Database;
+enum class ChangeKind;
 
 /// A folder or a file. The root folder is the node 0 of every account; it is "root" on the wire.
 struct Node {
@@ -118,6 +119,8 @@ class Tree {
     void star(std::int64_t node, bool starred);
 
     Page list(std::int64_t folder, bool withHidden, std::string_view fileType, const PageRequest& page);
+    /// All that is below a folder, or its files or folders alone.
+    Page walk(std::int64_t folder, bool withHidden, std::optional<bool> files, const PageRequest& page);
     Page search(const SearchFilter& filter, const PageRequest& page);
     std::int64_t countMatches(const SearchFilter& filter);
     Page favourites(const PageRequest& page);
@@ -127,9 +130,14 @@ class Tree {
     std::vector<Node> path(const Node& node);
 
   private:
+    void note(ChangeKind kind, std::int64_t node);
+
     Database& database_;
     std::int64_t account_;
 };
+
+/// A file or folder of now, to be filled further and inserted; checks its name.
+Node newNode(std::int64_t parent, const std::string& name, bool isFile);
 
 /// "/photos/2024" and "/17/42"; the root folder is "/".
 std::string namePath(const std::vector<Node>& path);
