@@ -76,6 +76,12 @@ constexpr Route table[] = {
     {"POST", "/quillbox/ose/v1/syncDir/listChange", sync::listChange},
     {"POST", "/quillbox/ose/v1/file/walkFile", sync::walk},
 
+    // Packages of the carrier
+    {"GET", "/quillbox/ose/v1/carrier/standard/packages", packages::list},
+    {"GET", "/quillbox/ose/v1/carrier/standard/packages/orders", packages::orders},
+    {"POST", "/quillbox/ose/v1/carrier/operation/reverseOrder", packages::change},
+    {"POST", "/quillbox/ose/v1/carrier/users/notifyPackageExpire", packages::noteExpiry},
+
     // Jobs; the id of one stands where other endpoints have their name, so it comes behind all of these
     {"POST", "/quillbox/ose/v1/cancel", jobs::cancel},
     {"POST", "/quillbox/ose/v1/jobs", jobs::create},

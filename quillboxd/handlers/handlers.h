@@ -89,6 +89,13 @@ Reply listChange(Call& call);
 Reply walk(Call& call);
 }  // namespace quillboxd::sync
 
+namespace quillboxd::packages {
+Reply list(Call& call);
+Reply orders(Call& call);
+Reply change(Call& call);
+Reply noteExpiry(Call& call);
+}  // namespace quillboxd::packages
+
 namespace quillboxd::addresses {
 Reply putPart(Call& call);
 Reply getContent(Call& call);

@@ -44,7 +44,7 @@ json::object entry(const Call& call, const json::object& wanted) {
         checkType(integer(wanted, "type", personal));
         auto fields = commonFields(call, owner);
         fields["ownerId"] = owner.id;
-        fields["capacityKb"] = call.service.quota / 1024;
+        fields["capacityKb"] = fields.at("capacity").as_int64() / 1024;
         return {{"code", 0}, {"msg", "success"}, {"date", std::move(fields)}};
     } catch (const ApiError& error) {
         return {{"code", static_cast<int>(error.code())}, {"msg", error.what()}};

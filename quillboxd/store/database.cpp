@@ -108,4 +108,9 @@ void Transaction::commit() {
     open_ = false;
 }
 
+Savepoint::~Savepoint() {
+    const char* const end = kept_ ? "RELEASE part" : "ROLLBACK TO part; RELEASE part";
+    sqlite3_exec(database_.connection_, end, nullptr, nullptr, nullptr);
+}
+
 }  // namespace quillboxd

@@ -94,6 +94,7 @@ class Database {
 
   private:
     friend class Transaction;
+    friend class Savepoint;
     sqlite3_stmt* prepared(std::string_view sql);
 
     sqlite3* connection_ = nullptr;
@@ -116,6 +117,21 @@ class Transaction {
     Database& database_;
     std::unique_lock<std::mutex> lock_;
     bool open_ = true;
+};
+
+/// A part of a transaction that can be undone alone: it is, at its end, unless it was kept.
+class Savepoint {
+  public:
+    explicit Savepoint(Database& database) : database_(database) { database_.script("SAVEPOINT part"); }
+    ~Savepoint();
+    Savepoint(const Savepoint&) = delete;
+    Savepoint& operator=(const Savepoint&) = delete;
+
+    void keep() { kept_ = true; }
+
+  private:
+    Database& database_;
+    bool kept_ = false;
 };
 
 }  // namespace quillboxd

@@ -355,9 +355,25 @@ CREATE TABLE sync_changes (
 CREATE INDEX sync_feeds ON sync_changes (account, folder, id);
 )sql";
 
+constexpr const char* orders = R"sql(
+CREATE TABLE orders (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    package TEXT NOT NULL,
+    activate_time TEXT NOT NULL,
+    end_time TEXT NOT NULL,
+    warned INTEGER NOT NULL DEFAULT 0);
+CREATE INDEX orders_of_accounts ON orders (account, id);
+
+CREATE TABLE package_operations (
+    account INTEGER NOT NULL REFERENCES accounts,
+    number TEXT NOT NULL,
+    PRIMARY KEY (account, number)) WITHOUT ROWID;
+)sql";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files,      backups,       organisation, staff,  space,
-                                 favourites, keptRevisions, jobs,         shares, syncFolders};
+constexpr const char* steps[] = {files,         backups, organisation, staff,       space, favourites,
+                                 keptRevisions, jobs,    shares,       syncFolders, orders};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");
@@ -382,10 +398,10 @@ void prepareSchema(Database& database, int version) {
 
 void emptyTables(Database& database) {
     for (const char* table :
-         {"sync_changes", "sync_folders", "shares",  "job_entries", "job_steps",     "job_items",
-          "jobs",         "record_files", "records", "locks",       "configuration", "scopes",
-          "devices",      "accesses",     "parts",   "uploads",     "revisions",     "nodes",
-          "segments",     "contents",     "tokens",  "accounts"}) {
+         {"package_operations", "orders",    "sync_changes", "sync_folders", "shares",  "job_entries",
+          "job_steps",          "job_items", "jobs",         "record_files", "records", "locks",
+          "configuration",      "scopes",    "devices",      "accesses",     "parts",   "uploads",
+          "revisions",          "nodes",     "segments",     "contents",     "tokens",  "accounts"}) {
         database.script((std::string("DELETE FROM ") + table).c_str());
     }
     database.script(staff);

@@ -13,7 +13,8 @@ class Space {
     Space(Database& database, std::int64_t account, std::int64_t quota)
         : database_(database), account_(account), quota_(quota) {}
 
-    std::int64_t capacity() const { return quota_; }
+    /// The quota, and what packages add to it.
+    std::int64_t capacity();
     std::int64_t used();
 
     /// Throws ApiError unless a content of this length fits beside what is there and what uploads under way
