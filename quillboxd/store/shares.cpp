@@ -39,7 +39,7 @@ const std::string& sortText(const Share& share, const SharePageRequest& page) {
 }
 
 /// The place after a page's last link.
-struct Cursor {
+struct ShareCursor {
     std::optional<std::string> key;
     std::int64_t id = 0;
 };
@@ -48,7 +48,7 @@ std::string writeCursor(const Share& last, const SharePageRequest& page) {
     return json::serialize(json::array{sortText(last, page), last.id});
 }
 
-Cursor readCursor(const std::string& text) {
+ShareCursor readCursor(const std::string& text) {
     if (text.empty()) return {};
     json::error_code error;
     const auto value = json::parse(text, error);
