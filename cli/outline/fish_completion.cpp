@@ -3,7 +3,7 @@
 namespace quillbox {
 namespace {
 
-std::string quoted(const std::string& text) {
+std::string fishQuoted(const std::string& text) {
     return "'" + escaped(text, "'\\", "\\") + "'";
 }
 
@@ -28,28 +28,30 @@ std::string conditionBelow(const CommandOutline& command) {
 }
 
 std::string line(const std::string& condition, const std::string& rest) {
-    return "complete -c quillbox" + (condition.empty() ? "" : " -n " + quoted(condition)) + " " + rest + "\n";
+    return "complete -c quillbox" + (condition.empty() ? "" : " -n " + fishQuoted(condition)) + " " + rest +
+           "\n";
 }
 
 std::string valuesOf(Offer offer) {
     if (offer == Offer::files) return "-F";
     if (offer == Offer::folders) return "-x -a '(__fish_complete_directories)'";
     const auto words = wordsOf(offer);
-    return words.empty() ? "-x" : "-x -a " + quoted(words);
+    return words.empty() ? "-x" : "-x -a " + fishQuoted(words);
 }
 
 std::string completion(const OptionOutline& option, const std::string& condition) {
     if (option.argument) return option.offer == Offer::nothing ? "" : line(condition, valuesOf(option.offer));
     auto rest = "-l " + option.name.substr(2);
     if (!option.kind.empty()) rest += " -r " + valuesOf(option.offer);
-    return line(condition, rest + " -d " + quoted(option.help));
+    return line(condition, rest + " -d " + fishQuoted(option.help));
 }
 
 std::string completions(const CommandOutline& command) {
     std::string text;
     for (const auto& option : command.options) text += completion(option, conditionOf(command));
     for (const auto& below : command.commands) {
-        text += line(conditionBelow(command), "-a " + lastWord(below) + " -d " + quoted(below.description));
+        text +=
+            line(conditionBelow(command), "-a " + lastWord(below) + " -d " + fishQuoted(below.description));
         text += completions(below);
     }
     return text;

@@ -88,7 +88,7 @@ std::string exitStatus(const std::string& footer) {
     return text;
 }
 
-constexpr const char* files = R"(.TP
+constexpr const char* filesSection = R"(.TP
 \fI$XDG_STATE_HOME/quillbox\fR, or \fI~/.local/state/quillbox\fR
 The preferences, where \fB\-\-state\fR names no other folder.
 .TP
@@ -133,7 +133,7 @@ std::string manualPage(const ProgramOutline& outline) {
     text += ".SH OPTIONS\nThese stand anywhere on the line.\n" + optionList(outline.session);
     text += ".SH ENVIRONMENT\n" + environment(outline);
     text += ".SH EXIT STATUS\n" + exitStatus(outline.footer);
-    text += ".SH FILES\n" + std::string(files);
+    text += ".SH FILES\n" + std::string(filesSection);
     text += ".SH EXAMPLES\n" + std::string(examples);
     return text;
 }

@@ -5,7 +5,7 @@
 namespace quillbox {
 namespace {
 
-std::string quoted(const std::string& text) {
+std::string zshQuoted(const std::string& text) {
     std::string result = "'";
     for (const char character : text) {
         if (character == '\'')
@@ -30,9 +30,9 @@ std::string actionOf(Offer offer) {
 /// One option as `_arguments` takes it.
 std::string specification(const OptionOutline& option) {
     const auto value = inBrackets(option.kind) + ":" + actionOf(option.offer);
-    if (option.argument) return quoted((option.repeats ? "*:" : ":") + value);
+    if (option.argument) return zshQuoted((option.repeats ? "*:" : ":") + value);
     const auto name = option.name + "[" + inBrackets(option.help) + "]";
-    return quoted(option.kind.empty() ? name : name + ":" + value);
+    return zshQuoted(option.kind.empty() ? name : name + ":" + value);
 }
 
 std::string specifications(const std::vector<OptionOutline>& options, const std::string& indent) {
@@ -54,7 +54,7 @@ std::string group(const CommandOutline& command) {
     std::string branches;
     for (const auto& below : command.commands) {
         names +=
-            "            " + quoted(escaped(lastWord(below), ":", "\\") + ":" + below.description) + "\n";
+            "            " + zshQuoted(escaped(lastWord(below), ":", "\\") + ":" + below.description) + "\n";
         branches += "            " + lastWord(below) + ") " + functionName(below) + " ;;\n";
     }
     return "    local state line\n    local -a commands\n    _arguments -C \\\n" +
