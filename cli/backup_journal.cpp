@@ -7,6 +7,7 @@ namespace quillbox {
 namespace {
 
 constexpr std::string_view uploaded = "UploadOperation onSuccess";
+constexpr std::string_view notUploaded = "UploadOperation onFailure";
 constexpr std::string_view unreadable = "generateFileDetailBeans path failed : ";
 constexpr std::string_view leadsBack = "generateFileDetailBeans link leads back : ";
 
@@ -40,7 +41,9 @@ void BackupJournal::read(std::span<const std::string_view> pieces) {
     const auto& trail = FileTrail::ofThread();
     if (!trail) return;
     trail->cause.read(pieces);
-    if (beginning.starts_with(uploaded)) succeeded(trail);
+    const bool good = beginning.starts_with(uploaded);
+    if (good || beginning.starts_with(notUploaded)) trail->copy.reset();
+    if (good) succeeded(trail);
 }
 
 void BackupJournal::readOfWalk(std::string_view line) {
@@ -61,9 +64,10 @@ void BackupJournal::readOfWalk(std::string_view line) {
 
 void BackupJournal::created(const std::shared_ptr<FileTrail>& trail,
                             const baseapi::FilesCreateResponse& response) {
+    // What the service has already is never completed.
+    if (!response.multiParts) return;
     std::lock_guard lock(mutex_);
     if (response.fileId) byId_[*response.fileId] = trail;
-    if (!response.multiParts) return;
     for (const auto& part : *response.multiParts)
         if (part.uploadUrl) byPart_[*part.uploadUrl] = trail;
 }

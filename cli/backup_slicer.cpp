@@ -3,10 +3,14 @@
 namespace quillbox {
 
 std::optional<std::string> BackupSlicer::calcSha256(const baseapi::URL& of) {
-    const auto file = nameOf_(of.path());
-    FileTrail::ofThread() = stopped_ ? nullptr : journal_->begin(file);
+    auto item = identify_(of.path());
+    FileTrail::ofThread() = stopped_ ? nullptr : journal_->begin(item.file);
     if (stopped_) return std::nullopt;
-    return slicer_.calcSha256(of);
+    const auto& trail = FileTrail::ofThread();
+    trail->copy = std::move(item.copy);
+    if (!item.obstacle) return slicer_.calcSha256(of);
+    trail->cause.say(*item.obstacle);
+    return std::nullopt;
 }
 
 void BackupSlicer::stop() {

@@ -16,10 +16,19 @@ namespace quillbox {
 /// Hashes the files of a backup, and tells the journal which file the calling thread works for from then on.
 class BackupSlicer final : public baseapi::ISliceFile {
   public:
-    /// `nameOf`: what people call the file at a path.
-    BackupSlicer(std::shared_ptr<BackupJournal> journal,
-                 std::function<std::string(const std::string&)> nameOf)
-        : journal_(std::move(journal)), nameOf_(std::move(nameOf)) {}
+    /// What stands at a path that the library gives.
+    struct Item {
+        /// What people call it.
+        std::string file;
+        /// Why it is not to be sent; absent for what is.
+        std::optional<std::string> obstacle;
+        /// Let go of when the file has come to its end; may be absent.
+        std::shared_ptr<void> copy;
+    };
+    using Identify = std::function<Item(const std::string&)>;
+
+    BackupSlicer(std::shared_ptr<BackupJournal> journal, Identify identify)
+        : journal_(std::move(journal)), identify_(std::move(identify)) {}
 
     std::optional<std::string> calcSha256(const baseapi::URL& of) override;
 
@@ -29,7 +38,7 @@ class BackupSlicer final : public baseapi::ISliceFile {
 
   private:
     const std::shared_ptr<BackupJournal> journal_;
-    const std::function<std::string(const std::string&)> nameOf_;
+    const Identify identify_;
     std::atomic<bool> stopped_ = false;
     hostkit::SliceFile slicer_{{[](const auto&, const std::string& why) {
                                     if (const auto& trail = FileTrail::ofThread()) trail->cause.say(why);

@@ -2,6 +2,7 @@
 
 #include <netdb.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <memory>
 #include <utility>
@@ -106,7 +107,7 @@ Finding examineProcessors(int partsAtOnce, int filesAtOnce) {
 }
 
 Finding examineFolder(const std::string& name, const std::filesystem::path& folder) try {
-    const auto probe = folder / ".quillbox-doctor";
+    const auto probe = folder / (".quillbox-doctor-" + std::to_string(::getpid()));
     writePrivateFile(probe, "");
     std::filesystem::remove(probe);
     return {name, State::fine, folder.string() + " can be written", {}};

@@ -57,10 +57,10 @@ class FileBackup::Run {
     std::optional<BackupResult::onComplete> end_;
 };
 
-FileBackup::FileBackup(Kind kind, std::function<std::string(const std::string&)> nameOf)
+FileBackup::FileBackup(Kind kind, BackupSlicer::Identify identify)
     : kind_(std::move(kind)),
       journal_(std::make_shared<BackupJournal>()),
-      slicer_(std::make_shared<BackupSlicer>(journal_, std::move(nameOf))) {}
+      slicer_(std::make_shared<BackupSlicer>(journal_, std::move(identify))) {}
 
 void FileBackup::equip(const Equipment& equipment) {
     transport_ = followTransport(equipment.platform, journal_);
@@ -92,7 +92,10 @@ ExitStatus FileBackup::run(Host& host, baseapi::IPhoneBackup& service, const Bac
                            kind_.name,
                            start,
                            [run] { return run->end().has_value(); },
-                           [slicer = slicer_] { slicer->stop(); },
+                           [slicer = slicer_, stop = kind_.stop] {
+                               slicer->stop();
+                               stop();
+                           },
                            waitingFor};
     if (!followRun(host, options, work)) return ExitStatus::failure;
     host.output().endProgress();
@@ -100,7 +103,7 @@ ExitStatus FileBackup::run(Host& host, baseapi::IPhoneBackup& service, const Bac
 }
 
 void FileBackup::observe(Host& host, Scopes scopes) {
-    transport_->setObservers({[&host] { host.refreshToken(); }, std::move(scopes)});
+    transport_->setScopes(std::move(scopes));
     auto display = std::make_shared<std::optional<JobDisplay>>();
     journal_->onProgress = [display, first = std::make_shared<std::once_flag>(),
                             &output = host.output()](const BackupJournal::Progress& now) {

@@ -25,15 +25,16 @@ class FileBackup {
         /// In words, such as "the backup of the folders".
         std::string name;
         bool (baseapi::IPhoneBackup::*start)(const std::string&, std::int64_t, baseapi::BackupCallback);
+        /// What the host stops of its own at a Ctrl-C, beside the slicer.
+        std::function<void()> stop = [] {};
     };
-    /// `nameOf`: what people call the file at a path that the library gives the slicer.
-    FileBackup(Kind kind, std::function<std::string(const std::string&)> nameOf);
+    FileBackup(Kind kind, BackupSlicer::Identify identify);
 
     void equip(const Equipment& equipment);
     const std::shared_ptr<BackupJournal>& journal() const { return journal_; }
 
     /// Told of the scopes that the service has named, before the run hears of them.
-    using Scopes = std::function<void(const std::vector<baseapi::ScopeDetail>&)>;
+    using Scopes = FollowedTransport::Scopes;
 
     ExitStatus run(Host& host, baseapi::IPhoneBackup& service, const BackupOptions& options,
                    Scopes scopes = {});

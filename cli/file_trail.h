@@ -19,6 +19,8 @@ struct FileTrail {
     UploadCause cause;
     /// In bytes; what failed parts have sent does not count.
     std::atomic<std::int64_t> sent{0};
+    /// Goes when the file has come to its end; may be absent.
+    std::shared_ptr<void> copy;
 
     /// The trail that the calling thread works for; null for none.
     static std::shared_ptr<FileTrail>& ofThread() {

@@ -62,13 +62,12 @@ std::shared_ptr<FileTrail> FollowedTransport::trailOf(Aim aim, const baseapi::Da
 }
 
 void FollowedTransport::look(Aim aim, const std::shared_ptr<FileTrail>& trail, baseapi::DataAnswer& answer) {
-    if (observers_.beforeAnswer) observers_.beforeAnswer();
     if (aim == Aim::creation && trail) {
         if (const auto response = decoded<baseapi::FilesCreateResponse>(answer.body))
             journal_->created(trail, *response);
-    } else if (aim == Aim::scopes && observers_.scopes) {
+    } else if (aim == Aim::scopes && scopes_) {
         const auto response = decoded<baseapi::GetScopeResponse>(answer.body);
-        if (response && response->code == 0) observers_.scopes(response->scopeList);
+        if (response && response->code == 0) scopes_(response->scopeList);
     }
 }
 
@@ -98,7 +97,6 @@ std::shared_ptr<baseapi::HttpTask> FollowedTransport::uploadTask(
             if (progress) progress(done, total);
         },
         [this, part, completion = std::move(completion)](std::optional<baseapi::TransportError> error) {
-            if (observers_.beforeAnswer) observers_.beforeAnswer();
             if (error) {
                 part->trail->cause.say("a part could not be sent: " + error->text);
                 journal_->moved(*part->trail, -part->sent);

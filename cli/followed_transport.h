@@ -18,18 +18,14 @@ namespace quillbox {
 /// request was for.
 class FollowedTransport final : public baseapi::HttpTransport {
   public:
-    struct Observers {
-        /// An answer is about to be handed on, after which the next request may go out.
-        std::function<void()> beforeAnswer;
-        /// The service has named the scopes of the backup; the run has not yet heard of them.
-        std::function<void(const std::vector<baseapi::ScopeDetail>&)> scopes;
-    };
+    /// The service has named the scopes of the backup; the run has not yet heard of them.
+    using Scopes = std::function<void(const std::vector<baseapi::ScopeDetail>&)>;
 
     FollowedTransport(std::shared_ptr<baseapi::HttpTransport> inner, std::shared_ptr<BackupJournal> journal)
         : inner_(std::move(inner)), journal_(std::move(journal)) {}
 
-    /// Before the first request.
-    void setObservers(Observers observers) { observers_ = std::move(observers); }
+    /// May be absent. Before the first request.
+    void setScopes(Scopes scopes) { scopes_ = std::move(scopes); }
 
     std::shared_ptr<baseapi::HttpTask> dataTask(baseapi::DataRequest request,
                                                 std::function<void(baseapi::DataAnswer)> completion) override;
@@ -50,7 +46,7 @@ class FollowedTransport final : public baseapi::HttpTransport {
 
     const std::shared_ptr<baseapi::HttpTransport> inner_;
     const std::shared_ptr<BackupJournal> journal_;
-    Observers observers_;
+    Scopes scopes_;
 };
 
 /// Puts such a transport in the place of the default one, and a queue that is followed around the delegate

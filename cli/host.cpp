@@ -6,9 +6,11 @@
 #include <thread>
 
 #include "baseapi/core/cloud_instance.h"
+#include "baseapi/platform/curl_transport.h"
 #include "baseapi/platform/platform.h"
 #include "baseapi/platform/worker_pool.h"
 #include "cli/command.h"
+#include "cli/refreshing_transport.h"
 
 namespace quillbox {
 namespace {
@@ -34,20 +36,28 @@ Host::Host(const SessionOptions& options, Parts parts, Command& command)
     platform.log = log_;
     platform.delegateQueue = queue_;
     platform.stateFolder = stateFolder_;
+    platform.temporaryFolder = temporaryFolder(processEnvironment);
     platform.applicationIdentifier = "quillbox";
-    if (options.cacert && !options.cacert->empty()) platform.caBundle = readable(*options.cacert);
+    if (options.cacert) platform.caBundle = readable(*options.cacert);
     command.equip({platform, *log_, parts.output});
+    if (options.tokenFile) refreshBetweenRequests(platform);
     baseapi::usePlatform(std::move(platform));
 
     auto& session = baseapi::CloudInstance::shared();
     session.host = options.host;
     session.contentId = options.contentId;
     if (options.token) setToken(*options.token);
-    if (options.tokenFile) {
+    if (options.tokenFile)
         tokenFile_ = std::make_unique<TokenFile>(*options.tokenFile,
                                                  [this](const std::string& token) { setToken(token); });
-        setToken(tokenFile_->initial());
-    }
+}
+
+/// A run sends its next request when the answer to the last one has come.
+void Host::refreshBetweenRequests(baseapi::Platform& platform) const {
+    if (!platform.http)
+        platform.http = std::make_shared<baseapi::CurlTransport>(
+            platform.delegateQueue, baseapi::CurlTransport::Options{.caBundle = platform.caBundle});
+    platform.http = std::make_shared<RefreshingTransport>(platform.http, [this] { refreshToken(); });
 }
 
 void Host::setToken(const std::string& token) {

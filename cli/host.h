@@ -18,6 +18,10 @@
 #include "cli/token_file.h"
 #include "cli/token_mask.h"
 
+namespace baseapi {
+struct Platform;
+}
+
 namespace quillbox {
 
 class Command;
@@ -91,6 +95,7 @@ class Host {
     template <class Response, class Begin>
     Response answerTo(const std::string& what, Begin&& begin) const {
         using Result = baseapi::NetworkResult<Response>;
+        if (parts_.monitor.interrupted()) throw Interrupted{};
         const auto answer = std::make_shared<std::optional<Result>>();
         refreshToken();
         parts_.interrupt.setWork({[] {}, [what] { return "the answer to " + what; }});
@@ -105,6 +110,7 @@ class Host {
     }
     static void requireCodeZero(const std::string& what, const baseapi::BaseResponse& response);
     void setToken(const std::string& token);
+    void refreshBetweenRequests(baseapi::Platform& platform) const;
 
     Parts parts_;
     std::filesystem::path stateFolder_;

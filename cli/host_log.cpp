@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "cli/problems.h"
+#include "cli/stream.h"
 
 namespace quillbox {
 namespace {
@@ -109,6 +110,8 @@ void HostLog::write(std::span<const std::string_view> pieces) {
         const auto written = ::writev(descriptor_, &rest[first], static_cast<int>(count));
         if (written >= 0)
             advance(rest, first, static_cast<std::size_t>(written));
+        else if (errno == EAGAIN)
+            waitForRoom(descriptor_);
         else if (errno != EINTR)
             return;  // a log that cannot be written must not stop the work
     }

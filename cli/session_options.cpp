@@ -34,6 +34,11 @@ SessionOptions withEnvironment(SessionOptions options, const Environment& enviro
     return options;
 }
 
+std::filesystem::path temporaryFolder(const Environment& environment) {
+    const auto folder = environment("TMPDIR").value_or("");
+    return folder.empty() ? "/tmp" : folder;
+}
+
 std::filesystem::path stateFolder(const SessionOptions& options, const Environment& environment) {
     if (options.state) {
         if (options.state->empty())

@@ -31,4 +31,7 @@ SessionOptions withEnvironment(SessionOptions options, const Environment& enviro
 /// folder. Throws `UsageError` where there is none.
 std::filesystem::path stateFolder(const SessionOptions& options, const Environment& environment);
 
+/// The folder for what is needed for a while: `TMPDIR`, otherwise /tmp.
+std::filesystem::path temporaryFolder(const Environment& environment);
+
 }  // namespace quillbox

@@ -21,13 +21,12 @@ bool wantsNoColour() {
     return value != nullptr && *value != '\0';
 }
 
-/// Standard output may be a pipe that another program has set not to wait.
+}  // namespace
+
 void waitForRoom(int descriptor) {
     pollfd entry{descriptor, POLLOUT, 0};
     ::poll(&entry, 1, -1);
 }
-
-}  // namespace
 
 Stream::Stream(int descriptor)
     : descriptor_(descriptor),

@@ -33,4 +33,7 @@ class Stream {
     std::atomic<int> error_{0};
 };
 
+/// Waits until there is room: the other end may be a pipe that another program has set not to wait.
+void waitForRoom(int descriptor);
+
 }  // namespace quillbox

@@ -16,8 +16,8 @@
 namespace quillbox {
 namespace {
 
-// How often the file is looked at where the system tells nothing of its changes.
-constexpr int lookEveryMilliseconds = 500;
+// In milliseconds: how often the file is looked at where the system tells nothing of its changes.
+constexpr int usualPause = 500;
 
 bool sameVersion(const struct stat& left, const struct stat& right) {
     return left.st_dev == right.st_dev && left.st_ino == right.st_ino && left.st_size == right.st_size &&
@@ -42,25 +42,20 @@ TokenFile::TokenFile(std::filesystem::path file, std::function<void(const std::s
     : file_(std::move(file)), changed_(std::move(changed)) {
     // The watch stands before the first look, so no change falls in between.
     notify_ = ::inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
-    if (notify_ >= 0) {
-        watchFolder(file_.has_parent_path() ? file_.parent_path() : ".");
-        std::error_code ignored;
-        if (const auto target = std::filesystem::canonical(file_, ignored); !target.empty())
-            watchFolder(target.parent_path());
-    }
+    const bool watched = watch();
+    ::stat(file_.c_str(), &seen_);
     errno = 0;
-    auto token = firstLine(file_);
+    const auto token = firstLine(file_);
     if (!token) {
         const auto why = errno != 0 ? std::generic_category().message(errno) : std::string("it is no file");
         if (notify_ >= 0) ::close(notify_);
         throw UsageError{"the token file " + file_.string() + " cannot be read (" + why +
                          "); name one that can, or use --token"};
     }
-    ::stat(file_.c_str(), &seen_);
-    initial_ = std::move(*token);
-    last_ = initial_;
+    last_ = *token;
+    changed_(last_);
     stop_ = ::eventfd(0, EFD_CLOEXEC);
-    thread_ = std::thread([this] { follow(); });
+    thread_ = std::thread([this, limit = watched ? -1 : usualPause] { follow(limit); });
 }
 
 TokenFile::~TokenFile() {
@@ -71,40 +66,46 @@ TokenFile::~TokenFile() {
     if (notify_ >= 0) ::close(notify_);
 }
 
-void TokenFile::watchFolder(const std::filesystem::path& folder) const {
-    // Only whole contents: a file that is being written is not looked at before it is closed.
-    ::inotify_add_watch(notify_, folder.c_str(), IN_CLOSE_WRITE | IN_MOVED_TO);
+/// False where the system will not tell of all changes.
+bool TokenFile::watch() const {
+    if (notify_ < 0 || !watchFolder(file_.has_parent_path() ? file_.parent_path() : ".")) return false;
+    std::error_code ignored;
+    const auto target = std::filesystem::canonical(file_, ignored);
+    return target.empty() || watchFolder(target.parent_path());
 }
 
-void TokenFile::follow() {
+bool TokenFile::watchFolder(const std::filesystem::path& folder) const {
+    return ::inotify_add_watch(notify_, folder.c_str(), IN_CLOSE_WRITE | IN_MOVED_TO) >= 0;
+}
+
+void TokenFile::follow(int lookEveryMilliseconds) {
     std::array<pollfd, 2> entries{pollfd{stop_, POLLIN, 0}, pollfd{notify_, POLLIN, 0}};
-    const int limit = notify_ < 0 ? lookEveryMilliseconds : -1;
     while (true) {
-        if (::poll(entries.data(), entries.size(), limit) < 0 && errno != EINTR) return;
+        if (::poll(entries.data(), entries.size(), lookEveryMilliseconds) < 0 && errno != EINTR) return;
         if (entries[0].revents != 0) return;
         std::array<char, 4096> events;
         while (notify_ >= 0 && ::read(notify_, events.data(), events.size()) > 0) {
         }
+        // Two changes may fall into one tick of the file's clock, so its times are not asked.
         std::lock_guard lock(mutex_);
-        if (const auto token = firstLine(file_)) handOver(*token);
+        if (struct stat now{}; ::stat(file_.c_str(), &now) == 0) read(now);
     }
 }
 
 void TokenFile::look() {
     std::lock_guard lock(mutex_);
     struct stat now {};
-    if (::stat(file_.c_str(), &now) != 0 || sameVersion(now, seen_)) return;
+    if (::stat(file_.c_str(), &now) == 0 && !sameVersion(now, seen_)) read(now);
+}
+
+void TokenFile::read(const struct stat& now) {
     const auto token = firstLine(file_);
     // An empty file may be one that is being written: its end is told when it has come.
     if (!token || token->empty()) return;
     seen_ = now;
-    handOver(*token);
-}
-
-void TokenFile::handOver(const std::string& token) {
-    if (token == last_) return;
-    last_ = token;
-    changed_(token);
+    if (*token == last_) return;
+    last_ = *token;
+    changed_(last_);
 }
 
 }  // namespace quillbox

@@ -3,7 +3,6 @@
 demo.py BIN_FOLDER PATH
 """
 
-import os
 import pathlib
 import shutil
 import subprocess
@@ -17,11 +16,13 @@ from demo_parts import Failed, Quillbox, Service, counted, step
 ROOT_FOLDER = "root"
 
 
-def files_below(path):
-    """Links are followed, as an upload follows them."""
+def files_below(path, above=frozenset()):
+    """Links are followed, as an upload follows them: not to a folder above, and not to nowhere."""
     if path.is_file():
         return [path]
-    return [pathlib.Path(folder, name) for folder, _, names in os.walk(path, followlinks=True) for name in names]
+    inside = above | {path.resolve()}
+    entries = [entry for entry in path.iterdir() if entry.is_file() or (entry.is_dir() and entry.resolve() not in inside)]
+    return [file for entry in entries for file in files_below(entry, inside)]
 
 
 def bring_back(quillbox, item, target):

@@ -12,6 +12,13 @@ class Failed(Exception):
     """A step that did not do what it should; the text says why."""
 
 
+# Without the caller's own session, and past a proxy: the service is on this machine.
+ENVIRONMENT = {
+    **{name: value for name, value in os.environ.items() if not name.startswith("QUILLBOX_")},
+    "no_proxy": "127.0.0.1",
+}
+
+
 class Service:
     """quillboxd on a free port, for as long as the block runs."""
 
@@ -46,7 +53,7 @@ class Quillbox:
     def __init__(self, program, address, folder):
         self.program = program
         self.environment = {
-            **{name: value for name, value in os.environ.items() if not name.startswith("QUILLBOX_")},
+            **ENVIRONMENT,
             "QUILLBOX_HOST": address,
             "QUILLBOX_STATE": str(folder / "state"),
         }

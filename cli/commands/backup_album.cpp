@@ -1,4 +1,5 @@
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "baseapi/core/cloud_instance.h"
@@ -8,6 +9,7 @@
 #include "cli/lent_photo_library.h"
 #include "cli/module_code.h"
 #include "cli/options.h"
+#include "cli/private_folder.h"
 
 namespace quillbox {
 namespace {
@@ -24,14 +26,20 @@ class BackupAlbum : public Command {
     }
 
     void equip(const Equipment& equipment) override {
-        library_ = std::make_shared<LentPhotoLibrary>(folder_, backup_.journal(), equipment.output);
+        copies_.emplace(equipment.platform.temporaryFolder);
+        equipment.platform.temporaryFolder = copies_->path();
+        library_ =
+            std::make_shared<LentPhotoLibrary>(folder_, copies_->path(), backup_.journal(), equipment.output);
         equipment.platform.photoLibrary = library_;
         backup_.equip(equipment);
     }
 
     ExitStatus run(Host& host) override {
         // Also where an interrupted run has not come to its end.
-        const std::shared_ptr<void> removal(nullptr, [this](void*) { library_->removeCopies(); });
+        const std::shared_ptr<void> removal(nullptr, [this](void*) {
+            library_->close();
+            copies_.reset();
+        });
         return backup_.run(host, baseapi::CloudInstance::shared().getPhoneBackupImpl(), options_);
     }
 
@@ -39,8 +47,10 @@ class BackupAlbum : public Command {
     BackupOptions options_;
     std::string folder_;
     std::shared_ptr<LentPhotoLibrary> library_;
-    FileBackup backup_{{module_code::album, "the backup of the album", &baseapi::IPhoneBackup::backupAlbum},
-                       [this](const std::string& path) { return library_->originalOf(path); }};
+    std::optional<PrivateFolder> copies_;
+    FileBackup backup_{{module_code::album, "the backup of the album", &baseapi::IPhoneBackup::backupAlbum,
+                        [this] { library_->stop(); }},
+                       [this](const std::string& path) { return library_->identify(path); }};
 };
 
 }  // namespace

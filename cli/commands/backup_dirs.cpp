@@ -100,7 +100,9 @@ class BackupDirs : public Command {
     BackupOptions options_;
     bool dryRun_ = false;
     FileBackup backup_{{module_code::dirs, "the backup of the folders", &baseapi::IPhoneBackup::backupDirs},
-                       [](const std::string& path) { return path; }};
+                       [](const std::string& path) {
+                           return BackupSlicer::Item{path, {}, {}};
+                       }};
 };
 
 }  // namespace

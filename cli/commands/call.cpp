@@ -92,6 +92,8 @@ class Call : public Command {
         OperationArguments arguments{recordText(record_), lockId_, deviceId_};
 
         host.interrupt().setWork({[] {}, [name] { return "the answer to " + name; }});
+        // The record may have been read from standard input for a while.
+        if (host.monitor().interrupted()) throw Interrupted{};
         const auto result = std::make_shared<std::optional<OperationResult>>();
         const auto limit = Monitor::after(wait_);
         operation.call(std::move(arguments), [result, &monitor = host.monitor()](OperationResult answer) {

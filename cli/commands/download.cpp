@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cctype>
-#include <cmath>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -46,6 +45,16 @@ std::string lowerCase(std::string text) {
     return text;
 }
 
+/// The library would put the file in the place of whatever is there.
+void requireReplaceable(const std::string& path) {
+    std::error_code ignored;
+    const auto status = std::filesystem::status(path, ignored);
+    if (std::filesystem::is_directory(status))
+        throw UsageError{"--to " + path + " is a folder; give the path of a file in it"};
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw UsageError{"--to " + path + " is no regular file; give the path of one"};
+}
+
 std::string contentLink(const baseapi::GetFileDetailResponse& detail) {
     if (detail.downloadLinks)
         for (const auto& link : *detail.downloadLinks)
@@ -83,9 +92,7 @@ class Download : public Command {
         if (url_.has_value() == fileId_.has_value())
             throw UsageError{"download needs either --url URL or --file-id ID"};
         if (to_.empty()) throw UsageError{"--to names no file; give the path of one"};
-        // The library would put the file in the folder's place.
-        if (std::error_code ignored; std::filesystem::is_directory(to_, ignored))
-            throw UsageError{"--to " + to_ + " is a folder; give the path of a file in it"};
+        requireReplaceable(to_);
         try {
             const auto source = url_ ? Source{*url_, {}, {}, {}} : sourceOf(host, *fileId_);
             fetch(host, source);
@@ -143,10 +150,11 @@ class Download : public Command {
         throw DownloadFailure(problem);
     }
 
+    /// What does not fit; throws for what cannot be compared, which says nothing of the file.
     std::string difference(const Host& host, const Source& source) const {
         std::error_code error;
         const auto size = std::filesystem::file_size(to_, error);
-        if (error) return "the file cannot be compared: " + error.message();
+        if (error) throw DownloadFailure("the file cannot be compared: " + error.message());
         if (source.size && static_cast<std::int64_t>(size) != *source.size)
             return "the content is not the file: " + std::to_string(size) + " bytes in place of " +
                    std::to_string(*source.size);
@@ -155,8 +163,9 @@ class Download : public Command {
         host.interrupt().setWork(
             {[slicer] { slicer->stop(); }, [to = to_] { return "the comparison of " + to; }});
         const auto sliced = slicer->slice(to_);
+        if (host.monitor().interrupted()) throw Interrupted{};
         if (const auto* refusal = std::get_if<hostkit::SliceFile::Refusal>(&sliced))
-            return "the file cannot be compared: " + refusal->why;
+            throw DownloadFailure("the file cannot be compared: " + refusal->why);
         if (std::get<baseapi::Sha256Result>(sliced).hash != lowerCase(*source.sha256))
             return "the content is not the file: its SHA-256 differs";
         return {};

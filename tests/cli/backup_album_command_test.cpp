@@ -12,6 +12,8 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
+const std::string create = "/quillbox/ose/v1/files/create";
+
 class BackupAlbumTest : public BackupTest {
   protected:
     std::vector<std::string> line(std::vector<std::string> more = {}) const {
@@ -124,6 +126,37 @@ TEST_F(BackupAlbumTest, AtCtrlCThePicturesUnderWayEndAndTheRecordHoldsTrueCounts
     EXPECT_EQ(propertiesOfRecord("101"), counts(there, 60 - there));
     EXPECT_THAT(temporaryFiles(), IsEmpty());
     expectNoLock("101");
+}
+
+TEST_F(BackupAlbumTest, WhatVanishesAfterItWasListedFailsAlone) {
+    make("photos/a.jpg", "a picture");
+    make("photos/b.jpg", "another one");
+    make("photos/c.mp4", "a video");
+    stall("POST", "/quillbox/ose/v1/directory");
+    QuillboxProcess process(line({"--json"}), signedIn());
+    ASSERT_TRUE(waitForStall());
+    fs::remove(home_ / "photos/b.jpg");
+    fs::remove(home_ / "photos/c.mp4");
+    release();
+    EXPECT_EQ(process.wait(), 0);
+    EXPECT_EQ(process.lines().back(), complete(1, 2));
+    EXPECT_EQ(process.error(),
+              "photos/b.jpg: No such file or directory\nphotos/c.mp4: No such file or directory\n");
+    EXPECT_THAT(temporaryFiles(), IsEmpty());
+    expectNoLock("101");
+}
+
+TEST_F(BackupAlbumTest, ACopyGoesWhenItsPictureIsDone) {
+    for (int number = 0; number < 20; ++number)
+        make("photos/" + std::to_string(number) + ".jpg", "picture " + std::to_string(number));
+    stall("POST", create, 19);
+    QuillboxProcess process(line({"--json"}), signedIn());
+    ASSERT_TRUE(process.waitForOutput(progress(19, 0)));
+    ASSERT_THAT(temporaryFiles(), SizeIs(1));
+    EXPECT_LE(std::distance(fs::directory_iterator(temporaryFiles().front()), fs::directory_iterator()), 1);
+    release();
+    EXPECT_EQ(process.wait(), 0);
+    EXPECT_THAT(temporaryFiles(), IsEmpty());
 }
 
 TEST_F(BackupAlbumTest, WithoutAPhotosFolderTheCommandLineCannotBeUsed) {

@@ -47,7 +47,9 @@ void backUpWithRefusingService() {
     TokenMask mask;
     const auto output = makeOutput(true, mask);
     FileBackup backup({"101", "the backup", &baseapi::IPhoneBackup::backupAlbum},
-                      [](const std::string& path) { return path; });
+                      [](const std::string& path) {
+                          return BackupSlicer::Item{path, {}, {}};
+                      });
     Equipped command(backup);
     Host host(options, {*output, monitor, interrupt, mask}, command);
     RefusingService service;

@@ -4,6 +4,8 @@
 
 #include <fstream>
 #include <mutex>
+#include <string>
+#include <vector>
 
 #include "cli/problems.h"
 #include "tests/support/event.h"
@@ -48,6 +50,30 @@ TEST_F(TokenFileTest, TheTokenIsTheFirstLine) {
 TEST_F(TokenFileTest, AFileThatCannotBeReadAtTheStartCannotBeUsed) {
     EXPECT_THROW(TokenFile(folder_ / "missing", [](const auto&) {}), UsageError);
     EXPECT_THROW(TokenFile(folder_.path(), [](const auto&) {}), UsageError);
+}
+
+TEST_F(TokenFileTest, TheTokenOfTheStartIsHandedOverAtOnce) {
+    write("token", "first");
+    std::string given;
+    const TokenFile file(folder_ / "token", [&](const std::string& token) { given = token; });
+    EXPECT_EQ(given, "first");
+}
+
+TEST_F(TokenFileTest, AFileThatIsEmptyForAWhileLeavesTheTokenInPlace) {
+    write("token", "first");
+    std::vector<std::string> given;
+    test_support::Event third;
+    {
+        TokenFile file(folder_ / "token", [&](const std::string& token) {
+            given.push_back(token);
+            if (token == "third") third.set();
+        });
+        write("token", "");
+        write("beside", "another file of the folder is closed");
+        write("token", "third");
+        EXPECT_TRUE(third.wait());
+    }
+    EXPECT_EQ(given, (std::vector<std::string>{"first", "third"}));
 }
 
 TEST_F(TokenFileTest, AChangeIsHandedOver) {

@@ -8,7 +8,7 @@ import tempfile
 import story
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
-from demo_parts import Service  # pylint: disable=wrong-import-position
+from demo_parts import ENVIRONMENT, Service  # pylint: disable=wrong-import-position
 
 
 def run(programs, document):
@@ -17,7 +17,7 @@ def run(programs, document):
         (folder / "here").mkdir()
         with Service(programs / "quillboxd", folder) as service:
             environment = {
-                **{key: value for key, value in os.environ.items() if not key.startswith("QUILLBOX_")},
+                **ENVIRONMENT,
                 "PATH": f"{programs}:{os.environ['PATH']}",
                 "QUILLBOX_HOST": service.address,
                 "QUILLBOX_STATE": str(folder / "state"),
