@@ -11,6 +11,12 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     all.push_back(makeLs());
     all.push_back(makeMkdir());
     all.push_back(makeRename());
+    all.push_back(makeCopy());
+    all.push_back(makeMove());
+    all.push_back(makeRemove());
+    all.push_back(makeUnzip());
+    all.push_back(makeJobs());
+    all.push_back(makeWatch());
     all.push_back(makeSearch());
     all.push_back(makePath());
     all.push_back(makeDetail());
