@@ -88,6 +88,23 @@ constexpr Route table[] = {
     {"GET", "/quillbox/ose/v1/jobs", jobs::list},
     {"GET", "/quillbox/ose/v1/*", jobs::detail},
 
+    // Share folders
+    {"POST", "/quillbox/ose/v1/sharefolder/create", sharefolders::create},
+    {"POST", "/quillbox/ose/v1/sharefolder/rename", sharefolders::rename},
+    {"POST", "/quillbox/ose/v1/sharefolder/delete", sharefolders::remove},
+    {"GET", "/quillbox/ose/v1/sharefolder/metadata/*", sharefolders::detail},
+    {"GET", "/quillbox/ose/v1/sharefolder/list", sharefolders::list},
+    {"GET", "/quillbox/ose/v1/sharefolder/album/list", sharefolders::albums},
+
+    // Albums; two of them go by the id alone
+    {"POST", "/quillbox/ose/v1/album/create", albums::create},
+    {"GET", "/quillbox/ose/v1/album/list", albums::list},
+    {"DELETE", "/quillbox/ose/v1/album/*", albums::remove},
+    {"GET", "/quillbox/ose/v1/album/*/list", albums::contents},
+    {"POST", "/quillbox/ose/v1/album/*/add", albums::addContents},
+    {"POST", "/quillbox/ose/v1/*/update", albums::update},
+    {"DELETE", "/quillbox/ose/v1/*/batchDelete", albums::removeContent},
+
     // Signed addresses
     {"PUT", "/_part/*/*", addresses::putPart, Admission::address},
     {"GET", "/_content/*", addresses::getContent, Admission::address},
@@ -110,6 +127,7 @@ constexpr Route table[] = {
     {"DELETE", "/_dev/faults", control::forgetFaults, Admission::control},
     {"DELETE", "/_dev/locks", control::expireLocks, Admission::control},
     {"DELETE", "/_dev/shares", control::expireShares, Admission::control},
+    {"POST", "/_dev/sharefolders/*/members", control::joinShareFolder, Admission::control},
     {"POST", "/_dev/jobs", control::holdJobs, Admission::control},
     {"DELETE", "/_dev/jobs", control::releaseJobs, Admission::control},
 };

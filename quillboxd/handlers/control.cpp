@@ -1,6 +1,9 @@
 #include "quillboxd/handlers/handlers.h"
+#include "quillboxd/handlers/parameters.h"
 #include "quillboxd/store/backup_locks.h"
+#include "quillboxd/store/share_folders.h"
 #include "quillboxd/store/shares.h"
+#include "quillboxd/store/users.h"
 
 namespace quillboxd::control {
 
@@ -33,6 +36,18 @@ Reply listFaults(Call& call) {
 
 Reply expireLocks(Call& call) {
     BackupLocks::expireAll(call.service.database);
+    return success();
+}
+
+Reply joinShareFolder(Call& call) {
+    static constexpr Field shape[] = {{"userId", Type::text}};
+    const auto user = requiredText(call.record(shape), "userId");
+    Transaction transaction(call.service.database);
+    const auto number = Tree::fromWireId(user);
+    if (!number || !Users(call.service.database).find(*number)) notFound("there is no user \"" + user + "\"");
+    ShareFolders(call.service.database, *number)
+        .join(numberIn(call.wildcards[0], "the share folder in the path"));
+    transaction.commit();
     return success();
 }
 

@@ -81,6 +81,25 @@ Reply detail(Call& call);
 Reply list(Call& call);
 }  // namespace quillboxd::jobs
 
+namespace quillboxd::sharefolders {
+Reply create(Call& call);
+Reply rename(Call& call);
+Reply remove(Call& call);
+Reply detail(Call& call);
+Reply list(Call& call);
+Reply albums(Call& call);
+}  // namespace quillboxd::sharefolders
+
+namespace quillboxd::albums {
+Reply create(Call& call);
+Reply update(Call& call);
+Reply remove(Call& call);
+Reply list(Call& call);
+Reply contents(Call& call);
+Reply addContents(Call& call);
+Reply removeContent(Call& call);
+}  // namespace quillboxd::albums
+
 namespace quillboxd::sync {
 Reply create(Call& call);
 Reply close(Call& call);
@@ -110,6 +129,7 @@ Reply forgetFaults(Call& call);
 Reply listFaults(Call& call);
 Reply expireLocks(Call& call);
 Reply expireShares(Call& call);
+Reply joinShareFolder(Call& call);
 Reply holdJobs(Call& call);
 Reply releaseJobs(Call& call);
 }  // namespace quillboxd::control

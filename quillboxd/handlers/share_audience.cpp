@@ -1,5 +1,6 @@
 #include "quillboxd/handlers/share_audience.h"
 
+#include "quillboxd/store/share_folders.h"
 #include "quillboxd/store/users.h"
 
 namespace quillboxd::shares {
@@ -11,8 +12,10 @@ std::optional<std::string> audienceName(Call& call, Audience kind, const std::st
     switch (kind) {
         case Audience::departments:
             return users.departmentName(*number);
-        case Audience::groups:
-            return std::nullopt;
+        case Audience::groups: {
+            const auto folder = ShareFolders(call.service.database, call.account.id).find(*number);
+            return folder ? std::optional(folder->name) : std::nullopt;
+        }
         case Audience::users:
             break;
     }
@@ -27,7 +30,7 @@ bool belongs(Call& call, Audience kind, const std::string& id) {
         case Audience::departments:
             return Users(call.service.database).isIn(call.account.id, *number);
         case Audience::groups:
-            return false;
+            return ShareFolders(call.service.database, call.account.id).hasMember(*number);
         case Audience::users:
             break;
     }

@@ -27,7 +27,7 @@ void checkType(std::int64_t type) {
 /// What both views of a space have.
 json::object commonFields(const Call& call, const User& owner) {
     Space space(call.service.database, owner.id, call.service.quota);
-    return {{"tenantId", "quillbox"},
+    return {{"tenantId", Users::tenant},
             {"creator", std::to_string(owner.id)},
             {"createTime", owner.createdTime},
             {"type", personal},

@@ -371,9 +371,59 @@ CREATE TABLE package_operations (
     PRIMARY KEY (account, number)) WITHOUT ROWID;
 )sql";
 
+// What an album holds is what was put into it (included = 1) and what its scope covers, without what was
+// taken out of that (included = 0).
+constexpr const char* albums = R"sql(
+CREATE TABLE share_folders (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    node INTEGER NOT NULL REFERENCES nodes ON DELETE CASCADE,
+    album_root INTEGER REFERENCES nodes ON DELETE SET NULL,
+    created_time TEXT NOT NULL);
+
+CREATE TABLE share_folder_members (
+    folder INTEGER NOT NULL REFERENCES share_folders ON DELETE CASCADE,
+    account INTEGER NOT NULL REFERENCES accounts,
+    PRIMARY KEY (folder, account)) WITHOUT ROWID;
+CREATE INDEX joined_share_folders ON share_folder_members (account, folder);
+
+CREATE VIEW named_share_folders AS
+    SELECT share_folders.id, share_folders.account AS owner, accounts.name AS owner_name, container, node,
+        album_root, items.name, share_folders.created_time,
+        (SELECT count(*) FROM share_folder_members WHERE folder = share_folders.id) AS members
+    FROM share_folders JOIN items ON items.id = node JOIN accounts ON accounts.id = share_folders.account;
+
+CREATE TABLE albums (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    account INTEGER NOT NULL REFERENCES accounts,
+    share_folder INTEGER REFERENCES share_folders ON DELETE CASCADE,
+    node INTEGER REFERENCES nodes ON DELETE SET NULL,
+    name TEXT NOT NULL,
+    type INTEGER NOT NULL,
+    kind INTEGER NOT NULL,
+    scope_kind INTEGER NOT NULL,
+    scope_parent INTEGER REFERENCES nodes ON DELETE SET NULL,
+    cover TEXT NOT NULL DEFAULT '',
+    created_time TEXT NOT NULL,
+    updated_time TEXT NOT NULL);
+CREATE INDEX album_order ON albums (account, id);
+
+CREATE TABLE album_scopes (
+    album INTEGER NOT NULL REFERENCES albums ON DELETE CASCADE,
+    node INTEGER NOT NULL REFERENCES nodes ON DELETE CASCADE,
+    PRIMARY KEY (album, node)) WITHOUT ROWID;
+
+CREATE TABLE album_files (
+    album INTEGER NOT NULL REFERENCES albums ON DELETE CASCADE,
+    node INTEGER NOT NULL REFERENCES nodes ON DELETE CASCADE,
+    included INTEGER NOT NULL,
+    PRIMARY KEY (album, node)) WITHOUT ROWID;
+CREATE INDEX nodes_in_albums ON album_files (node);
+)sql";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files,         backups, organisation, staff,       space, favourites,
-                                 keptRevisions, jobs,    shares,       syncFolders, orders};
+constexpr const char* steps[] = {files,         backups, organisation, staff,       space,  favourites,
+                                 keptRevisions, jobs,    shares,       syncFolders, orders, albums};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");
@@ -398,10 +448,11 @@ void prepareSchema(Database& database, int version) {
 
 void emptyTables(Database& database) {
     for (const char* table :
-         {"package_operations", "orders",    "sync_changes", "sync_folders", "shares",  "job_entries",
-          "job_steps",          "job_items", "jobs",         "record_files", "records", "locks",
-          "configuration",      "scopes",    "devices",      "accesses",     "parts",   "uploads",
-          "revisions",          "nodes",     "segments",     "contents",     "tokens",  "accounts"}) {
+         {"albums",  "share_folders", "package_operations", "orders",    "sync_changes", "sync_folders",
+          "shares",  "job_entries",   "job_steps",          "job_items", "jobs",         "record_files",
+          "records", "locks",         "configuration",      "scopes",    "devices",      "accesses",
+          "parts",   "uploads",       "revisions",          "nodes",     "segments",     "contents",
+          "tokens",  "accounts"}) {
         database.script((std::string("DELETE FROM ") + table).c_str());
     }
     database.script(staff);

@@ -268,6 +268,13 @@ void Tree::replaceContent(std::int64_t node, std::int64_t content) {
     note(ChangeKind::changed, node);
 }
 
+Node Tree::addFolder(std::int64_t parent, const std::string& name) {
+    auto folder = newNode(parent, name, false);
+    folder.name = chooseName(parent, name, false, NameRule::refuse);
+    insert(folder, true);
+    return folder;
+}
+
 void Tree::rename(std::int64_t node, std::string_view name) {
     const auto now = timestamp();
     database_.run("UPDATE nodes SET name = ?, edited_time = ? WHERE id = ?", name, now, node);
@@ -414,6 +421,14 @@ Page pickNodes(Database& database, std::string_view condition, std::int64_t set,
                         std::string(condition) + ") ";
     const auto folded = foldCase(keyWord);
     return runPage(database, select, page, std::nullopt, set, folded, false, std::string_view());
+}
+
+std::int64_t countNodes(Database& database, std::string_view condition, std::int64_t set) {
+    auto count =
+        database.query("SELECT count(*) FROM items WHERE recycled = 0 AND (" + std::string(condition) + ")",
+                       std::nullopt, set);
+    count.next();
+    return count.integer(0);
 }
 
 void checkName(std::string_view name) {

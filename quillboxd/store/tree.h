@@ -102,6 +102,9 @@ class Tree {
     /// Gives a file another content, as its newest revision.
     void replaceContent(std::int64_t node, std::int64_t content);
 
+    /// A new folder; throws where the name cannot be one, or is taken.
+    Node addFolder(std::int64_t parent, const std::string& name);
+
     void rename(std::int64_t node, std::string_view name);
     void move(std::int64_t node, std::int64_t parent, std::string_view name);
 
@@ -147,6 +150,9 @@ std::string idPath(const std::vector<Node>& path);
 /// key word; ?2 in the condition stands for `set`.
 Page pickNodes(Database& database, std::string_view condition, std::int64_t set, std::string_view keyWord,
                const PageRequest& page);
+
+/// How many nodes the condition picks.
+std::int64_t countNodes(Database& database, std::string_view condition, std::int64_t set);
 
 /// Throws for a name that no item can have.
 void checkName(std::string_view name);

@@ -43,6 +43,7 @@ struct UserChange {
 class Users {
   public:
     static constexpr std::int64_t wholeOrganisation = 1;
+    static constexpr const char* tenant = "quillbox";
 
     explicit Users(Database& database) : database_(database) {}
 
