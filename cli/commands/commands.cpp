@@ -24,6 +24,13 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     all.push_back(makeFavourites());
     all.push_back(makeFavouriteAdd());
     all.push_back(makeFavouriteRemove());
+    all.push_back(makeShare());
+    all.push_back(makeShares());
+    all.push_back(makeUnshare());
+    all.push_back(makeAlbums());
+    all.push_back(makeAlbumMake());
+    all.push_back(makeAlbumAdd());
+    all.push_back(makeAlbum());
     all.push_back(makeSpace());
     all.push_back(makeDevices());
     all.push_back(makeScopes());

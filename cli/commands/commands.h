@@ -7,6 +7,10 @@
 namespace quillbox {
 
 // Each function makes the command of the file of its name.
+std::unique_ptr<Command> makeAlbum();
+std::unique_ptr<Command> makeAlbumAdd();
+std::unique_ptr<Command> makeAlbumMake();
+std::unique_ptr<Command> makeAlbums();
 std::unique_ptr<Command> makeBackupAlbum();
 std::unique_ptr<Command> makeBackupContacts();
 std::unique_ptr<Command> makeBackupDirs();
@@ -33,8 +37,11 @@ std::unique_ptr<Command> makeScopeAdd();
 std::unique_ptr<Command> makeScopeRemove();
 std::unique_ptr<Command> makeScopes();
 std::unique_ptr<Command> makeSearch();
+std::unique_ptr<Command> makeShare();
+std::unique_ptr<Command> makeShares();
 std::unique_ptr<Command> makeSignIn();
 std::unique_ptr<Command> makeSpace();
+std::unique_ptr<Command> makeUnshare();
 std::unique_ptr<Command> makeUnzip();
 std::unique_ptr<Command> makeUpload();
 std::unique_ptr<Command> makeVerify();

@@ -6,6 +6,7 @@
 #include "baseapi/core/cloud_instance.h"
 #include "cli/cloud_folder.h"
 #include "cli/commands/commands.h"
+#include "cli/cursor.h"
 #include "cli/host.h"
 #include "cli/options.h"
 
@@ -31,16 +32,15 @@ class Favourites : public Command {
         const std::string what = "the favourites";
         baseapi::GetStarFilesBean bean;
         bean.pageSize = favouritesPerPage;
-        while (true) {
+        followCursor(host, what, [&](const auto& cursor) {
+            bean.pageCursor = cursor;
             const auto answer = host.ask(what, baseapi::CloudInstance::shared().getFavorImpl(),
                                          &baseapi::IFavor::getStarFiles, std::optional(bean));
             if (answer.starFileList)
                 for (const auto& item : *answer.starFileList) tell(host.output(), item);
-            const auto next = answer.nextCursor.value_or("");
-            if (next.empty() || host.output().unread()) return ExitStatus::success;
-            if (next == bean.pageCursor) throw ServiceFailure{what, -1, "the list has no end"};
-            bean.pageCursor = next;
-        }
+            return answer.nextCursor.value_or("");
+        });
+        return ExitStatus::success;
     }
 };
 
