@@ -33,19 +33,22 @@ void JobWorker::wake() {
 void JobWorker::allow(std::optional<std::int64_t> steps) {
     const std::lock_guard lock(mutex_);
     allowed_ = steps;
+    ++allowance_;
     wanted_ = true;
     changed_.notify_all();
 }
 
 void JobWorker::run(const std::stop_token& stop) {
     std::unique_lock lock(mutex_);
-    while (changed_.wait(lock, stop, [this] { return wanted_ && allowed_ != 0; })) {
+    const auto mayGoOn = [this] { return wanted_ && allowed_ != 0; };
+    while (!stop.stop_requested() && changed_.wait(lock, stop, mayGoOn)) {
         wanted_ = false;
+        const auto allowance = allowance_;
         lock.unlock();
         const auto turn = tryTurn(stop);
         lock.lock();
         if (turn != Turn::idle) wanted_ = true;
-        if (turn == Turn::stepped && allowed_ > 0) --*allowed_;
+        if (turn == Turn::stepped && allowance == allowance_ && allowed_ > 0) --*allowed_;
         if (turn == Turn::stepped) changed_.wait_for(lock, stop, pauseAfterStep, [] { return false; });
     }
 }

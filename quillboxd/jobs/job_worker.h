@@ -25,7 +25,8 @@ class JobWorker {
     /// There may be a job.
     void wake();
 
-    /// Lets the jobs make so many more steps and then wait; nothing lets them go on for good.
+    /// Lets the jobs make so many more steps and then wait; nothing lets them go on for good. A step under
+    /// way is none of them.
     void allow(std::optional<std::int64_t> steps);
 
   private:
@@ -49,6 +50,7 @@ class JobWorker {
     std::condition_variable_any changed_;
     bool wanted_ = false;
     std::optional<std::int64_t> allowed_;
+    std::int64_t allowance_ = 0;  ///< how often `allowed_` was set
     std::jthread thread_;
 };
 

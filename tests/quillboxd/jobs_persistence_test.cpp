@@ -102,6 +102,16 @@ TEST_F(JobsPersistenceTest, AJobThatWaitsDoesNotDelayTheEndOfTheService) {
     EXPECT_EQ(statusOf(client_.awaitEnd(id)), 2);
 }
 
+TEST_F(JobsPersistenceTest, AJobUnderWayDoesNotDelayTheEndOfTheService) {
+    std::vector<Zipped> entries;
+    for (int number = 0; number < 5000; ++number) entries.push_back({std::to_string(number), "x"});
+    const auto id = client_.start(JobsClient::body(unpack, {client_.upload("many.zip", makeZip(entries))}));
+    client_.awaitProgress(id, 0);
+    EXPECT_EQ(process_.terminate(), 0);
+    process_.start();
+    EXPECT_EQ(statusOf(client_.detail(id)), 1);
+}
+
 TEST_F(JobsPersistenceTest, TheBytesOfDeletedFilesGoAtTheNextStart) {
     const auto tree = makeTree(3);
     client_.upload("kept", "kept bytes", 100);
