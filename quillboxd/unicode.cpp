@@ -27,6 +27,11 @@ class UnicodeLocale {
     locale_t before_;
 };
 
+/// The C library reads halves of pairs and numbers beyond the last letter too.
+bool isLetter(wchar_t letter) {
+    return letter < 0xD800 || (letter > 0xDFFF && letter <= 0x10FFFF);
+}
+
 /// The letter at the text's start and its length; a length of 0 where there is none.
 std::size_t readLetter(std::string_view text, wchar_t& letter) {
     if (text.front() == '\0') {
@@ -35,7 +40,7 @@ std::size_t readLetter(std::string_view text, wchar_t& letter) {
     }
     std::mbstate_t state{};
     const auto length = std::mbrtowc(&letter, text.data(), text.size(), &state);
-    return length <= text.size() ? length : 0;
+    return length <= text.size() && isLetter(letter) ? length : 0;
 }
 
 }  // namespace

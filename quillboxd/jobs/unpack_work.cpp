@@ -6,7 +6,9 @@
 #include "quillboxd/jobs/work.h"
 #include "quillboxd/jobs/zip_archive.h"
 #include "quillboxd/service.h"
+#include "quillboxd/store/database.h"
 #include "quillboxd/store/space.h"
+#include "quillboxd/unicode.h"
 
 namespace quillboxd {
 namespace {
@@ -16,6 +18,7 @@ constexpr std::int64_t mostBytes = std::int64_t{16} << 30;
 /// A small archive that grows beyond this many times its size is made to fill a disk.
 constexpr std::int64_t mostGrowth = 200;
 constexpr std::int64_t harmlessBytes = std::int64_t{64} << 20;
+constexpr std::size_t mostNames = 100;
 
 bool isFolder(const ZipEntry& entry) {
     return entry.name.ends_with('/');
@@ -24,10 +27,12 @@ bool isFolder(const ZipEntry& entry) {
 /// The names of an entry's path; throws for a path that would leave the folder it is unpacked into.
 std::vector<std::string> namesOf(const ZipEntry& entry) {
     std::string_view rest = entry.name;
+    if (!isUtf8(rest)) badRequest("the name is no UTF-8");
     if (rest.starts_with('/')) badRequest("the path is absolute");
     if (isFolder(entry)) rest.remove_suffix(1);
     std::vector<std::string> names;
     while (true) {
+        if (names.size() == mostNames) badRequest("the path has more than 100 names");
         names.emplace_back(rest.substr(0, rest.find('/')));
         if (names.back() == "..") badRequest("the path leads out of the folder");
         checkName(names.back());
@@ -41,9 +46,11 @@ void checkEntry(const ZipEntry& entry) {
     if (entry.isLink) badRequest("it is a link");
 }
 
-/// Whether the entry is the wanted one or stands below it.
+/// Whether the entry is the wanted one or stands below it; "/" is all of the archive.
 bool isBelow(std::string_view entry, std::string_view wanted) {
+    if (wanted.starts_with('/')) wanted.remove_prefix(1);
     if (wanted.ends_with('/')) wanted.remove_suffix(1);
+    if (wanted.empty()) return true;
     return entry.starts_with(wanted) && (entry.size() == wanted.size() || entry[wanted.size()] == '/');
 }
 
@@ -99,10 +106,12 @@ class Unpacking : public Work {
         auto entry = steps_.entry(item, item.done);
         try {
             if (extraction_.refusal) throw *extraction_.refusal;
+            Savepoint savepoint(service_.database);  // a refusal leaves no folders made for the entry
             entry.node = place(item, zipped);
+            savepoint.keep();
         } catch (const ApiError& error) {
             entry.code = static_cast<int>(error.code());
-            entry.reason = error.what();
+            entry.reason = readable(error.what());
         }
         steps_.saveEntry(item, item.done, entry);
         if (entry.code == 0 || item.code != 0) return;
@@ -150,9 +159,11 @@ class Unpacking : public Work {
     }
 
     void addEntry(JobItem& item, const ZipEntry& entry) {
-        steps_.addEntry(
-            item, item.total++,
-            {.name = entry.name, .isFile = !isFolder(entry), .size = entry.size, .millis = entry.millis});
+        steps_.addEntry(item, item.total++,
+                        {.name = readable(entry.name),
+                         .isFile = !isFolder(entry),
+                         .size = entry.size,
+                         .millis = entry.millis});
     }
 
     void extract(const ZipEntry& entry, const std::stop_token& stop) {

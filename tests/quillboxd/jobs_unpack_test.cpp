@@ -20,7 +20,7 @@ class UnpackTest : public testing::Test {
     static json::object body(const std::string& id, const json::object& more) {
         auto body = JobsClient::body(unpack, {id});
         for (const auto& [key, value] : more) {
-            auto& place = key == "password" ? body : body.at("taskInfo").as_object();
+            auto& place = key == "password" || key == "actionType" ? body : body.at("taskInfo").as_object();
             place[key] = value;
         }
         return body;
@@ -82,6 +82,17 @@ TEST_F(UnpackTest, OnlyThePathsAskedForAreUnpacked) {
     EXPECT_THAT(reasonOf(none), HasSubstr("none of the paths"));
 }
 
+TEST_F(UnpackTest, ThePathsAskedForMayBeginAndEndWithASlash) {
+    const auto archive = makeZip({{"a", "1"}, {"sub/b", "2"}, {"sub/c", "3"}});
+    const auto unpacked = [&](const char* path) {
+        const auto detail = run(archive, {{"uncompressFilePaths", json::array{path}}});
+        return JobsClient::column(detail, "uncompressedFileList", "name");
+    };
+    EXPECT_THAT(unpacked("/sub/b"), ElementsAre("sub/b"));
+    EXPECT_THAT(unpacked("/sub/"), ElementsAre("sub/b", "sub/c"));
+    EXPECT_THAT(unpacked("/"), ElementsAre("a", "sub/b", "sub/c"));
+}
+
 TEST_F(UnpackTest, APasswordOpensAnEncryptedArchive) {
     const auto archive = makeZip({{"a", "secret"}}, "pass word");
     const auto open = run(archive, {{"password", "pass word"}});
@@ -120,6 +131,80 @@ TEST_F(UnpackTest, AFileAndAFolderOfOneNameDoNotMix) {
     const auto detail = run(makeZip({{"a", "1"}, {"a/b", "2"}, {"a/", ""}}));
     EXPECT_THAT(reasons(detail), ElementsAre("", HasSubstr("has the name of its folder"),
                                              HasSubstr("has the name of its folder")));
+}
+
+TEST_F(UnpackTest, TheSecondFileOfANameIsRefused) {
+    auto archive = makeZip({{"same", "first"}, {"sams", "second"}});
+    for (auto at = archive.find("sams"); at != archive.npos; at = archive.find("sams")) archive[at + 3] = 'e';
+    const auto detail = run(archive);
+    EXPECT_EQ(statusOf(detail), failed);
+    EXPECT_THAT(reasons(detail), ElementsAre("", HasSubstr("\"same\" is taken")));
+    EXPECT_EQ(client_.download(JobsClient::column(detail, "uncompressedFileList", "fileId").at(0)), "first");
+}
+
+TEST_F(UnpackTest, ANameThatIsNoUtf8IsRefused) {
+    const std::vector<std::string> names{"\xC0\xAF", "\xED\xA0\x80", "\xF7\xBF\xBF\xBF"};
+    auto archive = makeZip({{"12", "1"}, {"123", "2"}, {"1234", "3"}, {"good", "4"}});
+    for (const auto& name : names) {
+        const std::string plain = std::string("1234").substr(0, name.size());
+        for (const std::size_t head : {archive.find("PK\x03\x04"), archive.find("PK\x01\x02")})
+            archive.replace(archive.find(plain, head), plain.size(), name);
+    }
+    const auto detail = run(archive);
+    EXPECT_THAT(JobsClient::column(detail, "uncompressedFileList", "name"),
+                ElementsAre("??", "???", "????", "good"));
+    constexpr auto reason = "the name is no UTF-8";
+    EXPECT_THAT(reasons(detail), ElementsAre(reason, reason, reason, ""));
+    EXPECT_EQ(reasonOf(detail), "\"??\": the name is no UTF-8");
+    EXPECT_THAT(client_.names(folderOf(detail)), ElementsAre("good"));
+}
+
+TEST_F(UnpackTest, AReasonIsReadableWhereItCutsALetter) {
+    std::string name = "x";
+    while (name.size() < 1001) name += "\u00e9";
+    EXPECT_THAT(reasons(run(makeZip({{name, "1"}}))), ElementsAre(HasSubstr("longer than 1000 bytes")));
+}
+
+TEST_F(UnpackTest, APathOfAHundredNamesIsTheDeepest) {
+    std::string path;
+    for (int depth = 0; depth < 99; ++depth) path += "a/";
+    const auto detail = run(makeZip({{path + "file", "1"}, {path + "b/file", "2"}}));
+    EXPECT_THAT(reasons(detail), ElementsAre("", "the path has more than 100 names"));
+}
+
+TEST_F(UnpackTest, TheNameOfItsFolderIsChangedOrRefused) {
+    client_.makeFolder("photos");
+    const auto detail = run(makeZip({{"a", "1"}}), {{"actionType", 1}});
+    EXPECT_EQ(statusOf(detail), failed);
+    EXPECT_EQ(JobsClient::number(JobsClient::info(detail), "resultCode"), 13000405);
+    EXPECT_THAT(reasonOf(detail), HasSubstr("\"photos\" is taken"));
+    EXPECT_THAT(detail.at("uncompressedFileList").as_array(), IsEmpty());
+    EXPECT_THAT(client_.names(), ElementsAre("photos", "photos.zip"));
+}
+
+TEST(UnpackingAndSpace, AnEntryThatNoLongerFitsLeavesNoFolders) {
+    const QuillboxdProcess process(QuillboxdProcess::Storage::memory, {"--quota", "10000"});
+    const JobsClient client(process.url());
+    const auto archive = client.upload("photos.zip", makeZip({{"a", "1"}, {"sub/deep/b", someBytes(3000)}}));
+    client.allow(1);
+    const auto id = client.start(JobsClient::body(unpack, {archive}));
+    client.awaitProgress(id, 50);
+    client.upload("large", someBytes(5000));
+    client.release();
+    const auto detail = client.awaitEnd(id);
+    EXPECT_EQ(JobsClient::number(JobsClient::info(detail), "resultCode"), 13000507);
+    EXPECT_THAT(JobsClient::column(detail, "uncompressedFileList", "reason"),
+                ElementsAre("", HasSubstr("3000 bytes do not fit")));
+    EXPECT_THAT(client.names(JobsClient::column(detail, "taskInfos", "newFileId").at(0)), ElementsAre("a"));
+}
+
+TEST(UnpackingAndSpace, AnArchiveThatDoesNotFitIsRefusedWhole) {
+    const QuillboxdProcess process(QuillboxdProcess::Storage::memory, {"--quota", "5000"});
+    const JobsClient client(process.url());
+    const auto archive = client.upload("photos.zip", makeZip({{"b", someBytes(3000)}}));
+    const auto detail = client.run(JobsClient::body(unpack, {archive}));
+    EXPECT_EQ(JobsClient::number(JobsClient::info(detail), "resultCode"), 13000507);
+    EXPECT_THAT(client.names(), ElementsAre("photos.zip"));
 }
 
 TEST_F(UnpackTest, AnArchiveThatGrowsBeyondMeasureIsRefusedWhole) {
