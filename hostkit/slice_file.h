@@ -36,6 +36,7 @@ class SliceFile : public baseapi::ISliceFile {
     struct Refusal {
         std::string why;
     };
+    /// What `slice` gives.
     using Result = std::variant<baseapi::Sha256Result, Refusal>;
 
     SliceFile() = default;

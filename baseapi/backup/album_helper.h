@@ -38,6 +38,7 @@ class AlbumHelper {
     /// Whether the address book may be read.
     static bool hasContactsPermission();
 
+    /// The pictures and the videos of the photo library, the oldest first; empty without a library.
     static MediaAssets fetchAllMediaAssets();
 
     /// "unknown" where the asset has none.

@@ -12,10 +12,12 @@ namespace baseapi {
 
 /// How a backup of the contacts ended.
 struct BackupContactResult {
+    /// The backup has ended well.
     struct success {
         std::int64_t code = 0;
         std::string message;
     };
+    /// The backup has failed, or was cancelled.
     struct failure {
         std::int64_t errorCode = 0;
         std::string errorMessage;

@@ -14,6 +14,7 @@ namespace baseapi {
 /// A contact on its way from the address book into a vCard. It carries no lock: a record belongs to one run.
 class ContactBean {
   public:
+    /// Where the contact works.
     struct OrganizationInfo {
         std::optional<std::string> company;
         std::optional<std::string> title;
@@ -22,6 +23,7 @@ class ContactBean {
         bool operator==(const OrganizationInfo&) const = default;
     };
 
+    /// A phone number and what it is for.
     struct PhoneNumber {
         std::string number;
         PhoneNumberType type = PhoneNumberType::other;
@@ -34,11 +36,13 @@ class ContactBean {
         }
         /// As the address book holds it.
         baseapi::PhoneNumber cnPhoneNumber() const { return {number}; }
+        /// The same with the label of its kind.
         LabeledValue<baseapi::PhoneNumber> cnLabeledValue() const;
 
         bool operator==(const PhoneNumber&) const = default;
     };
 
+    /// An email address and what it is for.
     struct Email {
         std::string address;
         EmailType type = EmailType::other;
@@ -86,6 +90,7 @@ class ContactBean {
 
     /// The stored display name, or `fullName()` where that is absent or empty.
     std::string displayName() const;
+    /// Replaces the stored display name.
     void setDisplayName(std::optional<std::string> name) { _displayName = std::move(name); }
 
     /// Family name and given name without anything in between. Where both are absent or empty the company,
@@ -95,7 +100,9 @@ class ContactBean {
     /// Family, given, middle name, prefix and suffix, joined with ";" and without any escaping.
     std::string vcfNameField() const;
 
+    /// Puts a phone number behind the others.
     void addPhoneNumber(PhoneNumber phoneNumber) { phoneNumbers.push_back(std::move(phoneNumber)); }
+    /// Puts an email address behind the others.
     void addEmail(Email email) { emails.push_back(std::move(email)); }
 
     /// The contact for the address book: its given name is the whole display name.

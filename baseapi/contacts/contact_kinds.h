@@ -10,6 +10,7 @@ namespace baseapi {
 /// What a phone number is for. Its text is the vCard word.
 class PhoneNumberType {
   public:
+    /// The kinds by themselves, for a `switch`.
     enum Case : std::uint8_t { home, mobile, work, faxWork, faxHome, pager, other };
     static constexpr std::array<Case, 7> allCases{home, mobile, work, faxWork, faxHome, pager, other};
 
@@ -33,6 +34,7 @@ class PhoneNumberType {
 /// What an email address is for. Its text is the vCard word.
 class EmailType {
   public:
+    /// The kinds by themselves, for a `switch`.
     enum Case : std::uint8_t { home, work, other, mobile };
     static constexpr std::array<Case, 4> allCases{home, work, other, mobile};
 

@@ -13,10 +13,12 @@ namespace baseapi {
 
 /// How the writing of a vCard file ended.
 struct VcfFileResult {
+    /// The file is written.
     struct success {
         /// Where the file lies now.
         URL file;
     };
+    /// There is no file.
     struct failure {
         /// The system's own words, such as "No space left on device".
         std::string message;

@@ -7,7 +7,7 @@ template <class... Functions>
 struct Cases : Functions... {
     using Functions::operator()...;
 };
-// clang 14 does not make it for an aggregate.
+/// A handler is deduced from its functions; clang 14 does not do so for an aggregate by itself.
 template <class... Functions>
 Cases(Functions...) -> Cases<Functions...>;
 

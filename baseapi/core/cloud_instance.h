@@ -56,22 +56,37 @@ class CloudInstance {
     /// "Your-App-Name" until it is replaced. It is kept for the host and sent with nothing: the header
     /// `User-Agent` is fixed.
     std::string userAgent() const { return userAgent_.get(); }
+    /// Replaces what `userAgent` gives.
     void updateUserAgent(std::string userAgent) { userAgent_.set(std::move(userAgent)); }
 
     // The service objects. Each call gives the same object; they live as long as the process.
+    /// Sign-in and users.
     IUser& getUserImpl() const { return *userImpl_; }
+    /// Files and folders.
     IFile& getFileImpl() const { return *fileImpl_; }
+    /// Share links.
     IShare& getShareImpl() const { return *shareImpl_; }
+    /// Favourites.
     IFavor& getFavorImpl() const { return *favorImpl_; }
+    /// Jobs that the service runs.
     IJob& getJobImpl() const { return *jobImpl_; }
+    /// Storage packages.
     ICarrier& getCarrierImpl() const { return *carrierImpl_; }
+    /// One file up, one file down.
     ITransfer& getTransferImpl() const { return *transferImpl_; }
+    /// The service's store of backups.
     IBackUp& getBackupImpl() const { return *backupImpl_; }
+    /// Folders that are shared with members.
     IShareFolder& getShareFolderImpl() const { return *shareFolderImpl_; }
+    /// Albums of the cloud.
     IAlbum& getAlbumImpl() const { return *albumImpl_; }
+    /// Revisions of a file.
     IRevision& getRevisionImpl() const { return *revisionImpl_; }
+    /// Space used and free.
     ISpace& getSpaceImpl() const { return *spaceImpl_; }
+    /// Sync folders and their feed of changes.
     IFolderSync& getfolderSyncImpl() const { return *folderSyncImpl_; }
+    /// The runs that back up a phone.
     IPhoneBackup& getPhoneBackupImpl() const { return *phoneBackupImpl_; }
 
   private:

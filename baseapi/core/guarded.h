@@ -13,10 +13,12 @@ class Guarded {
     Guarded() = default;
     explicit Guarded(T value) : value_(std::move(value)) {}
 
+    /// A copy of the value.
     T get() const {
         std::lock_guard lock(mutex_);
         return value_;
     }
+    /// Replaces the value; the old one is destroyed outside the lock.
     void set(T value) {
         std::lock_guard lock(mutex_);
         std::swap(value_, value);

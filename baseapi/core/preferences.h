@@ -37,18 +37,22 @@ class Preferences {
     /// The stored text, or `defaultValue`.
     std::string getString(std::string_view key, std::string defaultValue);
 
+    /// Replaces what the key holds, of whatever type.
     void putInt(std::string_view key, std::int64_t value);
     /// The stored integer, or 0.
     std::int64_t getInt(std::string_view key, std::int64_t defaultValue);
 
+    /// Replaces what the key holds, of whatever type.
     void putBool(std::string_view key, bool value);
     /// The stored boolean, or false.
     bool getBool(std::string_view key, bool defaultValue);
 
+    /// Replaces what the key holds, of whatever type.
     void putDouble(std::string_view key, double value);
     /// The stored number, or 0.
     double getDouble(std::string_view key, double defaultValue);
 
+    /// Replaces what the key holds, of whatever type.
     void putFloat(std::string_view key, float value);
     /// The stored number, or 0.
     float getFloat(std::string_view key, float defaultValue);
@@ -102,6 +106,7 @@ class Preferences {
 
     /// Whether the key holds a value of any type.
     bool contains(std::string_view key);
+    /// Removes what the key holds, of whatever type; nothing where it holds none.
     void remove(std::string_view key);
     /// Removes all values, where the platform names the application; otherwise does nothing.
     void clear();

@@ -16,6 +16,7 @@ class URL {
     /// The address of a local file; the path's bytes are taken as they are.
     static URL file(const std::filesystem::path& path);
 
+    /// Whether the address is that of a local file.
     bool isFileURL() const { return isFile_; }
     /// The text as given, or the path of a file's address.
     const std::string& text() const { return text_; }

@@ -12,6 +12,7 @@ namespace baseapi {
 
 /// Why a text did not decode, and where.
 struct DecodingError {
+    /// What is wrong with the text.
     enum class Kind { keyNotFound, valueNotFound, typeMismatch, dataCorrupted };
 
     Kind kind = Kind::dataCorrupted;
@@ -32,6 +33,7 @@ struct EncodingError {
     std::string path;
     std::string detail;
 
+    /// One line for people: path and detail.
     std::string description() const;
 };
 

@@ -18,7 +18,9 @@ namespace baseapi {
 /// is the null marker. A `std::any` stands for a host's value that JSON does not know: it can be held but not
 /// encoded.
 struct JSONValue {
+    /// In their order.
     using Array = std::vector<JSONValue>;
+    /// By key; the order of the text is not kept.
     using Map = std::map<std::string, JSONValue, std::less<>>;
 
     std::variant<std::nullptr_t, std::string, std::int64_t, double, bool, Array, Map, std::any> value;
@@ -61,7 +63,9 @@ struct GenericCodingKeys {
     explicit GenericCodingKeys(std::string key) : stringValue(std::move(key)) {}
     explicit GenericCodingKeys(std::int64_t key) : stringValue(std::to_string(key)), intValue(key) {}
 
+    /// The key.
     const std::string& description() const { return stringValue; }
+    /// The key.
     const std::string& debugDescription() const { return stringValue; }
 };
 

@@ -10,14 +10,18 @@ namespace baseapi {
 template <class T>
 class Shared {
   public:
+    /// What is shared.
     using value_type = T;
 
     Shared() = default;
     Shared(T value) : held_(std::make_shared<T>(std::move(value))) {}  // NOLINT(google-explicit-constructor)
 
+    /// Whether there is a value.
     bool has_value() const { return held_ != nullptr; }
     explicit operator bool() const { return has_value(); }
+    /// Lets go of the value; other owners keep it.
     void reset() { held_.reset(); }
+    /// Puts an empty value of its own in place.
     T& emplace() { return *(held_ = std::make_shared<T>()); }
 
     /// Only to be called while a value is there.

@@ -23,9 +23,11 @@ struct NetworkFailure {
 ///                  [](NetworkResult<T>::failure& it) { tell(it.code, it.message); });
 template <class T>
 struct NetworkResult {
+    /// An answer was read; a `code` in it that is not 0 is the service's word.
     struct success {
         T record;
     };
+    /// There is no answer that can be used.
     using failure = NetworkFailure;
 
     std::variant<success, failure> value;
@@ -35,6 +37,7 @@ struct NetworkResult {
     decltype(auto) visit(Functions&&... functions) {
         return std::visit(Cases{std::forward<Functions>(functions)...}, value);
     }
+    /// The same for a result that is not changed.
     template <class... Functions>
     decltype(auto) visit(Functions&&... functions) const {
         return std::visit(Cases{std::forward<Functions>(functions)...}, value);

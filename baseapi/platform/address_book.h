@@ -95,6 +95,7 @@ class AddressBook {
 
     virtual ~AddressBook() = default;
 
+    /// Whether the contacts may be read and changed. Asked before each use.
     virtual AuthorizationStatus authorizationStatus() noexcept = 0;
 
     /// Calls `visit` once for each contact, always in the same order, on the caller's thread and with no lock

@@ -13,6 +13,7 @@ namespace baseapi {
 
 /// Why a transfer ended without an answer, or with half of one.
 struct TransportError {
+    /// How it ended.
     enum class Kind { failed, timedOut, cancelled };
 
     Kind kind = Kind::failed;
@@ -20,6 +21,7 @@ struct TransportError {
     std::string text;
 };
 
+/// A header of a request, as it stands on the wire.
 struct HttpHeader {
     std::string name;
     std::string value;
@@ -36,6 +38,7 @@ struct DataRequest {
     std::chrono::milliseconds idleTimeout{60'000};
 };
 
+/// How a `DataRequest` ended.
 struct DataAnswer {
     std::optional<TransportError> error;
     /// Absent after an error, and where the answer is no HTTP.
@@ -69,6 +72,7 @@ struct DownloadRequest {
     std::chrono::milliseconds idleTimeout{30'000};
 };
 
+/// How a `DownloadRequest` ended.
 struct DownloadAnswer {
     std::optional<TransportError> error;
     std::optional<int> status;
@@ -105,11 +109,14 @@ class HttpTransport {
 
     virtual ~HttpTransport() = default;
 
+    /// A transfer whose answer is held in memory.
     virtual std::shared_ptr<HttpTask> dataTask(DataRequest request,
                                                std::function<void(DataAnswer)> completion) = 0;
+    /// A transfer that sends bytes.
     virtual std::shared_ptr<HttpTask> uploadTask(
         UploadRequest request, Progress progress,
         std::function<void(std::optional<TransportError>)> completion) = 0;
+    /// A transfer into a file.
     virtual std::shared_ptr<HttpTask> downloadTask(DownloadRequest request, Progress progress,
                                                    std::function<void(DownloadAnswer)> completion) = 0;
 

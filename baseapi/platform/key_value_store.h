@@ -12,6 +12,7 @@ namespace baseapi {
 /// once; what a call has written is there after the process was killed.
 class KeyValueStore {
   public:
+    /// Stored as they are.
     struct Bytes {
         std::string bytes;
     };
@@ -19,6 +20,7 @@ class KeyValueStore {
     struct Json {
         std::string text;
     };
+    /// What a key can hold.
     using Value = std::variant<std::string, std::int64_t, bool, double, Json, Bytes>;
 
     virtual ~KeyValueStore() = default;
@@ -27,6 +29,7 @@ class KeyValueStore {
     virtual std::optional<Value> get(std::string_view key) = 0;
     /// Replaces any earlier value of the key, of whatever kind. What cannot be written is dropped.
     virtual void put(std::string_view key, const Value& value) = 0;
+    /// Nothing happens where the key holds nothing.
     virtual void remove(std::string_view key) = 0;
     /// Removes all values.
     virtual void clear() = 0;

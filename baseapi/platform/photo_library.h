@@ -10,6 +10,7 @@ namespace baseapi {
 
 /// A picture or a video of the photo library.
 struct PhotoAsset {
+    /// As the platform counts them.
     enum class MediaType { unknown = 0, image = 1, video = 2 };
 
     /// Names the asset, the same in each run.
@@ -30,14 +31,17 @@ class PhotoLibrary {
         /// Which rendition is wanted, as the platform counts them.
         int version = 0;
     };
+    /// How `requestContentEditingInput` is to find the asset.
     struct ContentEditingOptions {
         bool canHandleAdjustmentData = false;
         bool networkAccessAllowed = false;
     };
+    /// The asset as an editor would get it.
     struct ContentEditingInput {
         /// The full-size rendition's file.
         std::optional<std::string> fullSizeImagePath;
     };
+    /// The asset, or why there is none; both may be absent.
     struct ContentEditingAnswer {
         std::optional<ContentEditingInput> input;
         std::optional<std::string> error;
@@ -54,8 +58,9 @@ class PhotoLibrary {
     /// All assets of the kind, the oldest creation date first.
     virtual std::vector<PhotoAsset> fetchAssets(PhotoAsset::MediaType mediaType) = 0;
 
-    /// Name and size in bytes of the asset's first resource; absent where there is none.
+    /// The name of the asset's first resource; absent where there is none.
     virtual std::optional<std::string> originalFilename(const PhotoAsset& asset) = 0;
+    /// In bytes; of the same resource, absent where there is none.
     virtual std::optional<std::int64_t> fileSize(const PhotoAsset& asset) = 0;
 
     /// Answers with the picture's bytes; absent where there are none.
@@ -64,6 +69,7 @@ class PhotoLibrary {
     /// Answers with the path of the video's file; absent where it has none.
     virtual void requestVideoFile(const PhotoAsset& asset, const RequestOptions& options,
                                   std::function<void(std::optional<std::string>)> answer) = 0;
+    /// Answers with the file of the full-size rendition.
     virtual void requestContentEditingInput(const PhotoAsset& asset, const ContentEditingOptions& options,
                                             std::function<void(ContentEditingAnswer)> answer) = 0;
 };

@@ -12,6 +12,7 @@ namespace baseapi {
 // Declared for hosts that keep the state of their transfers. The library neither reads nor writes them; their
 // keys are fixed, misspelled ones too.
 
+/// One part of an upload.
 struct UploadCacheItemBean {
     std::optional<std::string> sub_hash;
     std::optional<bool> has_finnish;
@@ -20,6 +21,7 @@ struct UploadCacheItemBean {
     BASEAPI_FIELDS(UploadCacheItemBean, sub_hash, has_finnish, finish_time)
 };
 
+/// An upload with its parts.
 struct UploadCacheBean {
     std::optional<std::vector<UploadCacheItemBean>> items;
     std::optional<std::string> hash;
@@ -30,6 +32,7 @@ struct UploadCacheBean {
     BASEAPI_FIELDS(UploadCacheBean, items, hash, has_complele, file_id, sha256)
 };
 
+/// One piece of a download.
 struct DownloadCacheItenBean {
     std::optional<std::int64_t> pageNum;
     std::optional<std::int64_t> offset;
@@ -38,6 +41,7 @@ struct DownloadCacheItenBean {
     BASEAPI_FIELDS(DownloadCacheItenBean, pageNum, offset, length)
 };
 
+/// A download with its pieces.
 struct DownloadCacheBean {
     /// Of the record's own type, not of `DownloadCacheItenBean`.
     std::optional<std::vector<DownloadCacheBean>> items;

@@ -12,10 +12,12 @@ namespace baseapi {
 
 /// How a download ended.
 struct DownloadResult {
+    /// The file is there, whole.
     struct success {
         /// Where the file lies now: the address that was asked for.
         URL file;
     };
+    /// Nothing was put in place of the file.
     struct failure {
         /// The system's own words, such as "Could not resolve host: example.org" or "No space left on
         /// device".

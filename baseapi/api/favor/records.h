@@ -96,6 +96,7 @@ struct StarFileRequest {
 struct GetStarBatchBean {
     GetStarBatchBean(bool shallBeStarred, std::vector<StarFileRequest> files)
         : starred(shallBeStarred), subRequestList(std::move(files)) {}
+    /// No files, and `starred` false.
     static GetStarBatchBean empty() { return {}; }
 
     /// What all the files become.
@@ -110,6 +111,7 @@ struct GetStarBatchBean {
 
 /// How many files of a batch were changed.
 enum class BatchStatus { allSuccess, partialSuccess, allFailed, unknown = -1 };
+/// The wire's number of each case, in their order.
 constexpr auto wireNumbers(BatchStatus) {
     return std::array{0, 1, 2};
 }
