@@ -174,7 +174,7 @@ def inner_loops(table):
 def compare_calls(table, folder):
     with server(folder, pinned=True) as port:
         for work, width, count in [("REST calls in turn, time of a call", 1, 500),
-                                   ("64 REST calls at once, calls a second", 64, 1000)]:
+                                   ("64 REST calls at once, time of a call, ratio of the rates", 64, 1000)]:
             client("calls", port, "library,curl", width, 500, 1, pinned=True)
             sides = client("calls", port, "library,curl", width, count, CALL_ROUNDS, pinned=True)
             library, curl = (statistics.median(sides[side]) / count for side in ("library", "curl"))
