@@ -18,7 +18,8 @@ constexpr std::int64_t keptState = 1;
 
 void tell(Output& output, const baseapi::AssetMetadata& revision) {
     const bool kept = revision.state == keptState;
-    const auto size = revision.resource ? revision.resource->length : std::nullopt;
+    std::optional<std::int64_t> size;
+    if (revision.resource) size = revision.resource->length;
     JsonLine event("revision");
     event.add("revisionId", revision.versionId).add("number", revision.version).add("size", size);
     event.add("createdTime", revision.createdTime).add("keptForEver", kept);

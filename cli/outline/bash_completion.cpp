@@ -3,7 +3,7 @@
 namespace quillbox {
 namespace {
 
-constexpr const char* beginning =
+constexpr const char* scriptBeginning =
     R"(# Completion of quillbox for bash; to be read by it, or kept in its completions folder.
 _quillbox() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command= words= offer= place
@@ -11,13 +11,13 @@ _quillbox() {
         case "$command/${COMP_WORDS[place]}" in
 )";
 
-constexpr const char* middle = R"(
+constexpr const char* scriptMiddle = R"(
         esac
     done
     case "$command:$previous" in
 )";
 
-constexpr const char* end = R"(    esac
+constexpr const char* scriptEnd = R"(    esac
     case "$offer" in
         value) return ;;
         files) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
@@ -80,8 +80,8 @@ std::string bashCompletion(const ProgramOutline& outline) {
     std::string path;
     std::string offers;
     addCommands(outline, outline.program, path, offers);
-    return beginning + path + ") command+=\"${command:+ }${COMP_WORDS[place]}\" ;;" + middle +
-           values("*", outline.session) + offers + end;
+    return scriptBeginning + path + ") command+=\"${command:+ }${COMP_WORDS[place]}\" ;;" + scriptMiddle +
+           values("*", outline.session) + offers + scriptEnd;
 }
 
 }  // namespace quillbox

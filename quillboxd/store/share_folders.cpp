@@ -12,7 +12,7 @@ const std::string selectFolders =
     "SELECT id, owner, owner_name, container, node, album_root, name, created_time, members "
     "FROM named_share_folders ";
 
-const std::string filtered =
+const std::string filteredFolders =
     "WHERE id IN (SELECT folder FROM share_folder_members WHERE account = ?1) "
     "AND instr(fold_case(name), ?2) > 0 AND (?3 IS NULL OR (members < ?4) = (?3 = 0)) "
     "AND (?5 = 0 OR (owner = ?1) = (?5 = 1)) ";
@@ -75,8 +75,8 @@ bool ShareFolders::hasMember(std::int64_t id) {
 std::vector<ShareFolder> ShareFolders::list(const ShareFolderFilter& filter, std::int64_t offset,
                                             std::int64_t limit) {
     const auto keyWord = foldCase(filter.keyWord);
-    auto rows = database_.query(selectFolders + filtered + "ORDER BY id DESC LIMIT ?6 OFFSET ?7", account_,
-                                keyWord, numberOf(filter.status), ShareFolder::mostMembers,
+    auto rows = database_.query(selectFolders + filteredFolders + "ORDER BY id DESC LIMIT ?6 OFFSET ?7",
+                                account_, keyWord, numberOf(filter.status), ShareFolder::mostMembers,
                                 static_cast<int>(filter.query), limit, offset);
     std::vector<ShareFolder> folders;
     while (rows.next()) folders.push_back(readFolder(rows));
@@ -86,7 +86,7 @@ std::vector<ShareFolder> ShareFolders::list(const ShareFolderFilter& filter, std
 std::int64_t ShareFolders::count(const ShareFolderFilter& filter) {
     const auto keyWord = foldCase(filter.keyWord);
     auto count =
-        database_.query("SELECT count(*) FROM named_share_folders " + filtered, account_, keyWord,
+        database_.query("SELECT count(*) FROM named_share_folders " + filteredFolders, account_, keyWord,
                         numberOf(filter.status), ShareFolder::mostMembers, static_cast<int>(filter.query));
     count.next();
     return count.integer(0);
