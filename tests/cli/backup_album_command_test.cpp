@@ -12,7 +12,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-const std::string create = "/quillbox/ose/v1/files/create";
+const std::string createPath = "/quillbox/ose/v1/files/create";
 
 class BackupAlbumTest : public BackupTest {
   protected:
@@ -149,7 +149,7 @@ TEST_F(BackupAlbumTest, WhatVanishesAfterItWasListedFailsAlone) {
 TEST_F(BackupAlbumTest, ACopyGoesWhenItsPictureIsDone) {
     for (int number = 0; number < 20; ++number)
         make("photos/" + std::to_string(number) + ".jpg", "picture " + std::to_string(number));
-    stall("POST", create, 19);
+    stall("POST", createPath, 19);
     QuillboxProcess process(line({"--json"}), signedIn());
     ASSERT_TRUE(process.waitForOutput(progress(19, 0)));
     ASSERT_THAT(temporaryFiles(), SizeIs(1));
