@@ -5,7 +5,7 @@
 #include "quillboxd/crypto/random.h"
 #include "quillboxd/crypto/sha256.h"
 #include "quillboxd/error.h"
-#include "quillboxd/json.h"
+#include "quillboxd/store/cursor.h"
 #include "quillboxd/store/database.h"
 #include "quillboxd/unicode.h"
 
@@ -39,20 +39,14 @@ const std::string& sortText(const Share& share, const SharePageRequest& page) {
 }
 
 /// The place after a page's last link.
-struct ShareCursor {
+struct SharePlace {
     std::optional<std::string> key;
     std::int64_t id = 0;
 };
 
-std::string writeCursor(const Share& last, const SharePageRequest& page) {
-    return json::serialize(json::array{sortText(last, page), last.id});
-}
-
-ShareCursor readCursor(const std::string& text) {
-    if (text.empty()) return {};
-    json::error_code error;
-    const auto value = json::parse(text, error);
-    const auto* fields = error ? nullptr : value.if_array();
+SharePlace readSharePlace(const SharePageRequest& page) {
+    if (page.cursor.empty()) return {};
+    const auto fields = readCursor(page.cursor);
     if (!fields || fields->size() != 2 || !(*fields)[0].is_string() || !(*fields)[1].is_int64())
         badRequest("the page cursor is not one that this service gave");
     return {std::string((*fields)[0].get_string()), (*fields)[1].get_int64()};
@@ -108,7 +102,7 @@ std::optional<Share> Shares::find(std::string_view shortUrl) {
 }
 
 SharePage Shares::list(std::int64_t account, const SharePageRequest& page) {
-    const auto cursor = readCursor(page.cursor);
+    const auto place = readSharePlace(page);
     const auto keyWord = foldCase(page.keyWord);
     const std::string key = page.byTitle ? "title" : "share_time";
     const std::string order = page.descending ? " DESC" : "";
@@ -116,12 +110,13 @@ SharePage Shares::list(std::int64_t account, const SharePageRequest& page) {
         selectShares + "WHERE account = ?1 AND instr(fold_case(title), ?2) > 0 AND (?3 IS NULL OR (" + key +
             ", id) " + (page.descending ? "<" : ">") + " (?3, ?4)) ORDER BY " + key + order + ", id" + order +
             " LIMIT ?5",
-        account, keyWord, cursor.key, cursor.id, page.size + 1);
+        account, keyWord, place.key, place.id, page.size + 1);
     SharePage found;
     while (rows.next()) found.shares.push_back(readShare(rows));
     if (static_cast<std::int64_t>(found.shares.size()) > page.size) {
         found.shares.pop_back();
-        found.nextCursor = writeCursor(found.shares.back(), page);
+        const auto& last = found.shares.back();
+        found.nextCursor = writeCursor({json::string(sortText(last, page)), last.id});
     }
     return found;
 }

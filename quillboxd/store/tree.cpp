@@ -1,13 +1,13 @@
 #include "quillboxd/store/tree.h"
 
 #include <algorithm>
-#include <boost/algorithm/hex.hpp>
 #include <charconv>
 #include <variant>
 
 #include "quillboxd/crypto/random.h"
 #include "quillboxd/error.h"
 #include "quillboxd/json.h"
+#include "quillboxd/store/cursor.h"
 #include "quillboxd/store/database.h"
 #include "quillboxd/store/revisions.h"
 #include "quillboxd/store/sync_folders.h"
@@ -101,45 +101,30 @@ json::value sortValue(const Node& node, SortKey key) {
     return nullptr;
 }
 
-/// The place after a page's last item, so that items that come and go do not shift the next page. Clients put
-/// it into queries as it stands, so it is written in hexadecimal digits.
-struct Cursor {
+/// The place after a page's last item.
+struct NodePlace {
     std::optional<bool> isFile;
     std::variant<std::string, std::int64_t> key;
     std::int64_t id = 0;
 };
 
-std::string writeCursor(const Node& last, SortKey key) {
-    const auto place = json::serialize(json::array{last.isFile, sortValue(last, key), last.id});
-    return boost::algorithm::hex_lower(place);
-}
-
-/// The bytes of hexadecimal digits; none for any other text.
-std::string fromHex(const std::string& digits) try {
-    return boost::algorithm::unhex(digits);
-} catch (const boost::algorithm::hex_decode_error&) {
-    return {};
-}
-
-Cursor readCursor(const PageRequest& page) {
+NodePlace readNodePlace(const PageRequest& page) {
     if (page.cursor.empty()) return {};
-    json::error_code error;
-    const auto value = json::parse(fromHex(page.cursor), error);
-    const auto* fields = error ? nullptr : value.if_array();
+    const auto fields = readCursor(page.cursor);
     const bool bySize = page.sort == SortKey::size;
     if (!fields || fields->size() != 3 || !(*fields)[0].is_bool() || !(*fields)[2].is_int64() ||
         !(bySize ? (*fields)[1].is_int64() : (*fields)[1].is_string())) {
         badRequest("the page cursor is not one that this service gave for this order");
     }
-    Cursor cursor;
-    cursor.isFile = (*fields)[0].get_bool();
-    cursor.id = (*fields)[2].get_int64();
+    NodePlace place;
+    place.isFile = (*fields)[0].get_bool();
+    place.id = (*fields)[2].get_int64();
     if (bySize) {
-        cursor.key = (*fields)[1].get_int64();
+        place.key = (*fields)[1].get_int64();
     } else {
-        cursor.key = std::string((*fields)[1].get_string());
+        place.key = std::string((*fields)[1].get_string());
     }
-    return cursor;
+    return place;
 }
 
 /// Reads the rows of a query for one more than the page holds.
@@ -147,7 +132,8 @@ Page readPage(Query& rows, const PageRequest& request) {
     Page page;
     while (rows.next()) {
         if (static_cast<std::int64_t>(page.nodes.size()) == request.size) {
-            page.nextCursor = writeCursor(page.nodes.back(), request.sort);
+            const auto& last = page.nodes.back();
+            page.nextCursor = writeCursor({last.isFile, sortValue(last, request.sort), last.id});
             break;
         }
         page.nodes.push_back(readNode(rows));
@@ -160,8 +146,8 @@ template <class... Filter>
 Page runPage(Database& database, const std::string& select, const PageRequest& page,
              const Filter&... filter) {
     static_assert(sizeof...(filter) == 5);
-    const auto cursor = readCursor(page);
-    auto rows = database.query(select + pageClause(page), filter..., cursor.isFile, cursor.key, cursor.id,
+    const auto place = readNodePlace(page);
+    auto rows = database.query(select + pageClause(page), filter..., place.isFile, place.key, place.id,
                                page.size + 1);
     return readPage(rows, page);
 }

@@ -5,6 +5,7 @@
 namespace quillbox_test {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 /// SHARE and SHORT stand for the id and the address of a link to FILE, whose extract code is "k3x9".
@@ -103,6 +104,23 @@ TEST_F(CallServiceTest, EveryOperationOfTheSharesHasItsRows) {
 TEST_F(CallServiceTest, AListOfSharesWithoutAnOrderEndsTheProcess) {
     EXPECT_EQ(call("getShares", "{}").status, -1);
     EXPECT_EQ(call("getShares", R"({"sortType":1})").status, -1);
+}
+
+TEST_F(CallServiceTest, TheListOfSharesGoesOnWhereAPageEnded) {
+    for (const auto* item : {"FILE", "FOLDER"})
+        call("createShare", R"({"fileIds":[")" + std::string(item) + "\"]}");
+    const auto namesInPages = [&](const std::string& order) {
+        const auto page = [&](const std::string& cursor) {
+            return call("getShares", R"({"pageSize":1,)" + order + R"(,"pageCursor":")" + cursor + "\"}")
+                .output;
+        };
+        const auto first = page("");
+        const auto rest = page(valueOf(first, "nextCursor"));
+        return std::vector{valueOf(first, "displayName"), valueOf(rest, "displayName"),
+                           valueOf(rest, "nextCursor")};
+    };
+    EXPECT_THAT(namesInPages(R"("sortType":0,"sortDirection":0)"), ElementsAre("known", "known.txt", ""));
+    EXPECT_THAT(namesInPages(R"("sortType":1,"sortDirection":1)"), ElementsAre("known.txt", "known", ""));
 }
 
 TEST_F(CallServiceTest, AVisitorNeedsTheExtractCodeAndNoAccount) {
