@@ -421,9 +421,27 @@ CREATE TABLE album_files (
 CREATE INDEX nodes_in_albums ON album_files (node);
 )sql";
 
+// Whoever reads or removes a row waits for nobody else's: it scans no table, nor does a foreign key.
+constexpr const char* indexes = R"sql(
+CREATE INDEX nodes_in_folders ON nodes (parent);
+CREATE INDEX nodes_of_contents ON nodes (content);
+CREATE INDEX revisions_of_contents ON revisions (content);
+CREATE INDEX job_items_of_contents ON job_items (content) WHERE content IS NOT NULL;
+CREATE INDEX jobs_of_accounts ON jobs (account, id);
+CREATE INDEX records_of_nodes ON record_files (node);
+CREATE INDEX share_folders_of_nodes ON share_folders (node);
+CREATE INDEX share_folders_of_album_roots ON share_folders (album_root);
+CREATE INDEX albums_of_nodes ON albums (node);
+CREATE INDEX albums_of_scope_parents ON albums (scope_parent);
+CREATE INDEX albums_of_share_folders ON albums (share_folder);
+CREATE INDEX album_scopes_of_nodes ON album_scopes (node);
+)sql";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {files,         backups, organisation, staff,       space,  favourites,
-                                 keptRevisions, jobs,    shares,       syncFolders, orders, albums};
+constexpr const char* steps[] = {
+    files, backups, organisation, staff,  space,  favourites, keptRevisions,
+    jobs,  shares,  syncFolders,  orders, albums, indexes,
+};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");

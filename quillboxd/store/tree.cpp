@@ -285,8 +285,8 @@ void Tree::remove(std::int64_t node) {
     // With it goes what is still to come: into the folder, or in place of the file's content.
     const char* const both =
         "(SELECT id FROM nodes WHERE account = ?1 AND (id = ?2 OR (parent = ?2 AND live = 0)))";
-    for (const char* table :
-         {"parts WHERE node IN ", "uploads WHERE node IN ", "accesses WHERE node IN ", "nodes WHERE id IN "})
+    for (const char* table : {"parts WHERE node IN ", "uploads WHERE node IN ",
+                              "accesses WHERE account = ?1 AND node IN ", "nodes WHERE id IN "})
         database_.run(std::string("DELETE FROM ") + table + both, account_, node);
 }
 
