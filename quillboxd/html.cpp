@@ -68,7 +68,9 @@ Reply htmlPage(int status, std::string_view title, const std::string& content) {
         .contentType = "text/html; charset=utf-8",
         .headers = {{"Cache-Control", "no-store"},
                     {"Content-Security-Policy",
-                     "default-src 'none'; style-src 'unsafe-inline'; form-action 'self'; base-uri 'none'"},
+                     "default-src 'none'; style-src 'unsafe-inline'; form-action 'self'; base-uri 'none'; "
+                     "frame-ancestors 'none'"},
+                    {"X-Content-Type-Options", "nosniff"},
                     {"Referrer-Policy", "no-referrer"}},
         .body = std::move(body)};
 }

@@ -183,9 +183,12 @@ Reply getContent(Call& call) {
         Shares(service.database).countDownload(address.share);
 
     Reply reply;
+    // Whoever uploaded the file chose its type: no script in it may run as the service's own.
     reply.contentType = isHeaderSafe(file.mimeType) ? file.mimeType : "application/octet-stream";
     reply.headers = {{"Accept-Ranges", "bytes"},
                      {"ETag", tag},
+                     {"X-Content-Type-Options", "nosniff"},
+                     {"Content-Security-Policy", "sandbox"},
                      {"Content-Disposition", disposition(file, address.inlineView)}};
     if (kind == RangeKind::part) {
         reply.status = 206;

@@ -25,6 +25,21 @@ TEST_F(ContentTest, TheWholeFileComesWithItsLengthAndTag) {
     EXPECT_THAT(answer.header("content-disposition"), HasSubstr("attachment; filename=\"data.bin\""));
 }
 
+TEST_F(ContentTest, APageThatSomebodyUploadedRunsNoScriptOfTheServices) {
+    auto body = client_.createBody("page.html", "<script>go()</script>", 100);
+    body["mimeType"] = "text/html";
+    const auto created = client_.create(body).object();
+    client_.putParts(created, "<script>go()</script>");
+    const auto id = textOf(created, "fileId");
+    EXPECT_EQ(client_.complete(id, "<script>go()</script>").status, 200);
+    const auto address = client_.contentUrl(id);
+    for (const auto& answer : {send("GET", address), send("GET", address, {"Range: bytes=1-3"})}) {
+        EXPECT_EQ(answer.header("content-type"), "text/html");
+        EXPECT_EQ(answer.header("x-content-type-options"), "nosniff");
+        EXPECT_EQ(answer.header("content-security-policy"), "sandbox");
+    }
+}
+
 TEST_F(ContentTest, AHeadTellsTheSameWithoutTheBytes) {
     const auto answer = send("HEAD", url_);
     EXPECT_EQ(answer.status, 200);

@@ -40,6 +40,8 @@ TEST_F(SharePageTest, ALinkOpensItsFiles) {
     EXPECT_EQ(page.header("content-type"), "text/html; charset=utf-8");
     EXPECT_EQ(page.header("cache-control"), "no-store");
     EXPECT_THAT(page.header("content-security-policy"), HasSubstr("default-src 'none'"));
+    EXPECT_THAT(page.header("content-security-policy"), HasSubstr("frame-ancestors 'none'"));
+    EXPECT_EQ(page.header("x-content-type-options"), "nosniff");
     EXPECT_THAT(page.body, HasSubstr("Shared by owner"));
     EXPECT_THAT(page.body, HasSubstr("see &lt;this&gt;"));
     EXPECT_THAT(page.body, HasSubstr("<td>5 B</td>"));
