@@ -437,11 +437,11 @@ CREATE INDEX albums_of_share_folders ON albums (share_folder);
 CREATE INDEX album_scopes_of_nodes ON album_scopes (node);
 )sql";
 
+constexpr const char* starredChanges = "ALTER TABLE sync_changes ADD COLUMN starred_time TEXT;";
+
 /// A data folder of version n has the first n of these.
-constexpr const char* steps[] = {
-    files, backups, organisation, staff,  space,  favourites, keptRevisions,
-    jobs,  shares,  syncFolders,  orders, albums, indexes,
-};
+constexpr const char* steps[] = {files, backups, organisation, staff,  space,  favourites, keptRevisions,
+                                 jobs,  shares,  syncFolders,  orders, albums, indexes,    starredChanges};
 
 int storedVersion(Database& database) {
     auto query = database.query("PRAGMA user_version");

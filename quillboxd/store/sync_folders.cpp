@@ -30,6 +30,7 @@ Change readChange(const Query& row) {
     node.editedTime = row.text(13);
     node.sha256 = row.text(14);
     node.size = row.integer(15);
+    node.starredTime = row.optionalText(16);
     return change;
 }
 
@@ -70,7 +71,7 @@ ChangePage SyncFolders::changes(std::int64_t folder, std::int64_t cursor, std::i
     const auto oneMore = size + 1;
     auto rows = database_.query(
         "SELECT id, kind, move_type, source_parent, id_path, node, parent, name, is_file, hidden, file_type, "
-        "mime_type, created_time, edited_time, sha256, size FROM sync_changes "
+        "mime_type, created_time, edited_time, sha256, size, starred_time FROM sync_changes "
         "WHERE account = ? AND folder = ? AND id > ? ORDER BY id LIMIT ?",
         account_, folder, cursor, oneMore);
     ChangePage page;
@@ -124,11 +125,11 @@ void SyncFolders::add(std::int64_t folder, const Change& change) {
     const auto& node = change.node;
     database_.run(
         "INSERT INTO sync_changes (account, folder, kind, move_type, source_parent, id_path, node, parent, "
-        "name, is_file, hidden, file_type, mime_type, created_time, edited_time, sha256, size) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        "name, is_file, hidden, file_type, mime_type, created_time, edited_time, sha256, size, starred_time) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
         account_, folder, static_cast<int>(change.kind), numberOf(change.moveType), change.sourceParent,
         change.idPath, node.id, node.parent, node.name, node.isFile, node.hidden, node.fileType,
-        node.mimeType, node.createdTime, node.editedTime, node.sha256, node.size);
+        node.mimeType, node.createdTime, node.editedTime, node.sha256, node.size, node.starredTime);
 }
 
 }  // namespace quillboxd

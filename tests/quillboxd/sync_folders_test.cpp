@@ -71,6 +71,18 @@ class SyncFoldersTest : public testing::Test {
     std::string cursor_;
 };
 
+TEST_F(SyncFoldersTest, AChangeTellsWhetherTheItemWasAFavourite) {
+    const auto id = client_.makeFolder("new", folder_);
+    client_.post("/star/batch", R"({"starred":true,"subRequestList":[{"fileId":")" + id + "\"}]}");
+    client_.rename(id, "starred");
+    client_.post("/star/batch", R"({"starred":false,"subRequestList":[{"fileId":")" + id + "\"}]}");
+    const auto page = client_.list(folder_, cursor_).object();
+    const auto& changes = page.at("fileChangeList").as_array();
+    ASSERT_THAT(changes, SizeIs(2));
+    EXPECT_EQ(changes[0].at("fileInfo").at("favorite"), false);
+    EXPECT_EQ(changes[1].at("fileInfo").at("favorite"), true);
+}
+
 // ---- opening and closing
 
 TEST_F(SyncFoldersTest, AFolderIsMadeOrTakenByItsName) {
