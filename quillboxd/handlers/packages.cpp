@@ -7,7 +7,7 @@
 namespace quillboxd::packages {
 namespace {
 
-constexpr std::int64_t mostAtOnce = 100;
+constexpr int mostAtOnce = 100;
 
 constexpr Field changeShape[] = {
     {"changeType", Type::integer}, {"packageId", Type::text},      {"packageType", Type::integer},
@@ -56,13 +56,22 @@ std::int64_t readCount(const json::object& change) {
     return count;
 }
 
+/// The records of a list that must be there, and no longer than a request may ask for.
+const json::array& requiredRecords(const json::object& request, std::string_view key) {
+    const auto* list = present(request, key);
+    const auto quoted = "\"" + std::string(key) + "\"";
+    if (!list || list->get_array().empty()) badRequest(quoted + " is missing or empty");
+    if (list->get_array().size() > mostAtOnce) badRequest(quoted + " has more than 100 entries");
+    return list->get_array();
+}
+
 void order(Orders orders, const Package& package, const json::object& change) {
     if (!package.onSale)
         conflict(Code::conflict, "the package " + std::string(package.id) + " is not on sale");
     const auto from = readTime(change, "activateTime", timestamp());
     const auto to = readTime(change, "endTime", "");
     if (!to.empty() && to <= from) badRequest("\"endTime\" is not after \"activateTime\"");
-    for (auto left = readCount(change); left > 0; --left) orders.add(package, from, to);
+    orders.add(package, readCount(change), from, to);
 }
 
 void apply(Orders orders, const json::object& change) {
@@ -81,12 +90,11 @@ void apply(Orders orders, const json::object& change) {
 void perform(Call& call, const json::object& operation) {
     const auto number = requiredText(operation, "operationSN");
     call.checkContainer(text(operation, "carrierUserId"));
-    const auto* changes = present(operation, "packageChangeList");
-    if (!changes || changes->get_array().empty()) badRequest("\"packageChangeList\" is missing or empty");
+    const auto& changes = requiredRecords(operation, "packageChangeList");
     auto orders = orderStore(call);
     if (orders.isDone(number)) return;
     Savepoint savepoint(call.service.database);
-    for (const auto& change : changes->get_array()) apply(orders, change.get_object());
+    for (const auto& change : changes) apply(orders, change.get_object());
     orders.noteDone(number);
     savepoint.keep();
 }
@@ -128,13 +136,11 @@ Reply orders(Call& call) {
 Reply change(Call& call) {
     const auto request = call.record(batchShape);
     const auto batch = requiredText(request, "batchSN");
-    const auto* operations = present(request, "operationList");
-    if (!operations || operations->get_array().empty()) badRequest("\"operationList\" is missing or empty");
+    const auto& operations = requiredRecords(request, "operationList");
     if (integer(request, "assetClaerPolicy", 0) != 0)
         badRequest("\"assetClaerPolicy\" must be 0: the files stay when a package ends");
     json::array outcomes;
-    for (const auto& operation : operations->get_array())
-        outcomes.push_back(outcome(call, operation.get_object()));
+    for (const auto& operation : operations) outcomes.push_back(outcome(call, operation.get_object()));
     return success(
         {{"data", json::array{json::object{{"batchSN", batch}, {"operationList", std::move(outcomes)}}}}});
 }

@@ -52,17 +52,30 @@ std::vector<Order> Orders::all() {
 }
 
 std::int64_t Orders::capacity() {
+    const auto now = timestamp();
+    auto rows = database_.query(
+        "SELECT package, count(*) FROM orders WHERE account = ?1 AND activate_time <= ?2 AND "
+        "(end_time = '' OR end_time > ?2) GROUP BY package",
+        account_, now);
     std::int64_t bytes = 0;
-    for (const auto& order : all()) {
-        if (order.status == OrderStatus::active || order.status == OrderStatus::runningOut)
-            bytes += requirePackage(order.package).capacity;
-    }
+    while (rows.next()) bytes += requirePackage(rows.text(0)).capacity * rows.integer(1);
     return bytes;
 }
 
-void Orders::add(const Package& package, std::string_view activateTime, std::string_view endTime) {
-    database_.run("INSERT INTO orders (account, package, activate_time, end_time) VALUES (?, ?, ?, ?)",
-                  account_, package.id, activateTime, endTime);
+std::int64_t Orders::count() {
+    auto row = database_.query("SELECT count(*) FROM orders WHERE account = ?", account_);
+    row.next();
+    return row.integer(0);
+}
+
+void Orders::add(const Package& package, std::int64_t count, std::string_view activateTime,
+                 std::string_view endTime) {
+    if (this->count() + count > most)
+        conflict(Code::conflict, "an account has " + std::to_string(most) + " orders at most");
+    for (; count > 0; --count) {
+        database_.run("INSERT INTO orders (account, package, activate_time, end_time) VALUES (?, ?, ?, ?)",
+                      account_, package.id, activateTime, endTime);
+    }
 }
 
 void Orders::takeBack(const Package& package, std::int64_t count) {

@@ -50,7 +50,9 @@ class Orders {
     /// How many bytes the orders that are active now give.
     std::int64_t capacity();
 
-    void add(const Package& package, std::string_view activateTime, std::string_view endTime);
+    /// Adds so many orders of the package; throws ApiError where the account would have too many.
+    void add(const Package& package, std::int64_t count, std::string_view activateTime,
+             std::string_view endTime);
     /// Ends the newest so many of the package now; throws ApiError where there are fewer that have not ended.
     void takeBack(const Package& package, std::int64_t count);
     /// Marks the active ones of the package as running out, or ends them. False where there are none.
@@ -62,6 +64,11 @@ class Orders {
     void noteDone(std::string_view operation);
 
   private:
+    /// Far fewer than would make a capacity that no number holds. Those that have ended count too.
+    static constexpr std::int64_t most = 10'000;
+
+    std::int64_t count();
+
     Database& database_;
     std::int64_t account_;
 };

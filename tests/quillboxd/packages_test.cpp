@@ -150,6 +150,29 @@ TEST_F(PackagesTest, AChangeThatMakesNoSenseIsRefused) {
     EXPECT_THAT(client_.orders(), IsEmpty());
 }
 
+/// A list of the same record so many times.
+std::string repeated(const std::string& record, int times) {
+    auto list = "[" + record;
+    for (int i = 1; i < times; ++i) list += "," + record;
+    return list + "]";
+}
+
+TEST_F(PackagesTest, AListHasAHundredEntriesAtMost) {
+    const std::string change = R"({"changeType":1,"packageId":"1001"})";
+    client_.expectRefusal(repeated(change, 101), "13000400", "\"packageChangeList\" has more than 100");
+    expectRefused(client_.batch(repeated("{}", 101)), 400, "\"operationList\" has more than 100");
+    client_.expectDone("1", repeated(change, 100));
+    EXPECT_EQ(client_.batch(repeated("{}", 100)).status, 200);
+}
+
+TEST_F(PackagesTest, AnAccountHasTenThousandOrdersAtMost) {
+    client_.expectDone("1", repeated(R"({"changeType":1,"packageId":"1003","count":100})", 100));
+    EXPECT_EQ(client_.capacity(), 10 + 10'000 * (std::int64_t{2048} << 30));
+    client_.expectDone("2", R"([{"changeType":2,"packageId":"1003"}])");
+    client_.expectRefusal(R"([{"changeType":1,"packageId":"1001"}])", "13000409", "10000 orders at most");
+    EXPECT_EQ(client_.capacity(), 10 + 9'999 * (std::int64_t{2048} << 30));
+}
+
 TEST_F(PackagesTest, ABatchNeedsItsNumberAndItsOperations) {
     const auto send = [&](const std::string& body) {
         return client_.post("/carrier/operation/reverseOrder", body);
