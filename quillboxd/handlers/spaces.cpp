@@ -58,7 +58,7 @@ Reply space(Call& call) {
     const auto type = call.request.parameter("type").value_or("");
     checkType(type.empty() ? personal : numberIn(type, "\"type\""));
     const auto container = call.request.parameter("containerId").value_or("");
-    if (!container.empty() && container != owner.container)
+    if (!container.empty() && container != owner.container && container != std::to_string(owner.id))
         forbidden("the container \"" + container + "\" is not this owner's");
     auto fields = commonFields(call, owner);
     fields["ownerId"] = std::to_string(owner.id);

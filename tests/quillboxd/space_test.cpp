@@ -44,6 +44,7 @@ TEST_F(SpaceTest, ASpaceIsToldWhole) {
                                  R"("rootFileId":"root"})"));
     EXPECT_EQ(spaceOf(ben_, "/space/102?type=1&containerId=202"), spaceOf(ben_));
     EXPECT_EQ(spaceOf(ben_, "/space/?type=&containerId="), spaceOf(ben_));
+    EXPECT_EQ(spaceOf(ben_, "/space/?type=&containerId=102"), spaceOf(ben_)) << "the user's id stands for it";
 }
 
 TEST_F(SpaceTest, ASpaceThatIsNoneOfTheCallersIsRefused) {
@@ -52,7 +53,9 @@ TEST_F(SpaceTest, ASpaceThatIsNoneOfTheCallersIsRefused) {
     expectRefused(ben_.get("/space/x?type=1"), 400, "ownerId");
     expectRefused(ben_.get("/space/102?type=2"), 404, "type 2");
     expectRefused(ben_.get("/space/102?type=x"), 400, "type");
-    expectRefused(ben_.get("/space/102?type=1&containerId=201"), 403, "not this owner's");
+    for (const auto* others : {"201", "101"})
+        expectRefused(ben_.get("/space/102?type=1&containerId=" + std::string(others)), 403,
+                      "not this owner's");
     EXPECT_EQ(textOf(spaceOf(anna_, "/space/102?type=1&containerId=202"), "ownerId"), "102");
 }
 
