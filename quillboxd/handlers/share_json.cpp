@@ -94,7 +94,7 @@ json::object listedLink(Call& call, const Share& share) {
     auto fields = ownFields(call, share);
     addCounts(fields, share);
     json::array list;
-    for (const auto& node : Shares(call.service.database).files(share.id, "", {}).nodes)
+    for (const auto& node : Shares(call.service.database).files(share.id, "", {.size = 10}).nodes)
         list.push_back(ownFile(call, node));
     fields["files"] = std::move(list);
     fields["containerId"] = call.account.container;

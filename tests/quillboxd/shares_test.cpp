@@ -139,6 +139,15 @@ TEST_F(SharesTest, AListedLinkNamesItsFilesAndCounts) {
     EXPECT_EQ(textOf(file, "fileSuffix"), "txt");
 }
 
+TEST_F(SharesTest, AListedLinkShowsTenOfItsFiles) {
+    std::string ids = "\"" + file_ + "\"";
+    for (char name = 'b'; name <= 'k'; ++name)
+        ids += ",\"" + owner_.upload(std::string(1, name), std::string(1, name)) + "\"";
+    const auto link = linkOf(askForShare("\"fileIds\":[" + ids + "]"));
+    EXPECT_EQ(owner_.get("/share").object().at("shareLinks").at(0).at("files").as_array().size(), 10U);
+    EXPECT_EQ(visit(link).object().at("files").as_array().size(), 11U);
+}
+
 TEST_F(SharesTest, TheListComesInPages) {
     for (int i = 0; i < 5; ++i) share(R"("comment":")" + std::to_string(i) + "\"");
     std::vector<std::string> comments;
