@@ -17,6 +17,13 @@ bool isChosen(Call& call, const Share& share) {
     });
 }
 
+/// Whoever may not sign in shares nothing either.
+void requireActiveOwner(Call& call, const Share& share) {
+    const auto owner = Users(call.service.database).find(share.account);
+    if (!owner) notFound("whoever made the link is gone");
+    if (owner->status == UserStatus::suspended) forbidden("whoever made the link is suspended");
+}
+
 }  // namespace
 
 bool isOwner(const Call& call, const Share& share) {
@@ -31,6 +38,7 @@ std::string ownerName(Call& call, const Share& share) {
 Share requireLink(Call& call, std::string_view shortUrl) {
     const auto share = Shares(call.service.database).find(shortUrl);
     if (!share) notFound("there is no link \"" + std::string(shortUrl) + "\"");
+    requireActiveOwner(call, *share);
     if (share->status() == ShareStatus::expired) forbidden("the link has expired");
     if (share->scope == ShareScope::chosen && !isOwner(call, *share) && !isChosen(call, *share))
         forbidden("the link is for chosen people, who are signed in");
@@ -55,6 +63,7 @@ void requireOpenFor(Call& call, const ContentAddress& address) {
     Shares shares(call.service.database);
     const auto share = shares.find(address.share);
     if (!share) notFound("the link of this address is gone");
+    requireActiveOwner(call, *share);
     if (share->status() == ShareStatus::expired) forbidden("the link of this address has expired");
     if (!(address.inlineView ? share->permission.preview : share->permission.download))
         forbidden("the link no longer permits this");

@@ -6,7 +6,16 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class SharesTest : public ShareTest {};
+class SharesTest : public ShareTest {
+  protected:
+    /// What an administrator makes of the owner's account; without a body it is deleted.
+    void changeOwner(const std::string& id, const std::string& body) const {
+        const Client administrator(process_.url(), "anna");
+        const auto answer = send("DELETE", process_.url() + "/quillbox/ose/v1/users/" + id,
+                                 {"Authorization: " + administrator.token()}, body);
+        EXPECT_EQ(answer.status, 200) << answer.body;
+    }
+};
 
 // ---- the owner's side
 
@@ -236,6 +245,28 @@ TEST_F(SharesTest, AnExpiredLinkOpensNoMore) {
     EXPECT_EQ(detail(idOf(link)).at("status"), 1);
     modify(idOf(link), R"({"validDays":2})");
     EXPECT_EQ(visit(link).status, 200);
+}
+
+TEST_F(SharesTest, TheLinksOfASuspendedUserOpenAgainWithTheirAccount) {
+    const auto link = share();
+    const auto content = address(link, "content");
+    const auto owner = userId("owner");
+    changeOwner(owner, R"({"status":1})");
+    expectRefused(visit(link), 403, "suspended");
+    expectRefused(send("GET", content), 403, "suspended");
+    EXPECT_EQ(send("GET", textOf(link, "linkUrl")).status, 403);
+    changeOwner(owner, R"({"status":0})");
+    EXPECT_EQ(visit(link).status, 200);
+    EXPECT_EQ(send("GET", content).body, "hello");
+}
+
+TEST_F(SharesTest, TheLinksOfADeletedUserOpenNoMore) {
+    const auto link = share();
+    const auto content = address(link, "content");
+    changeOwner(userId("owner"), "");
+    expectRefused(visit(link), 404, "gone");
+    expectRefused(visitAs(other_, link), 404, "gone");
+    expectRefused(send("GET", content), 404, "gone");
 }
 
 TEST_F(SharesTest, ALinkForChosenPeopleOpensForThemAlone) {
