@@ -27,21 +27,17 @@ const std::string held =
     "albums.id = album WHERE album = ?2 UNION SELECT nodes.id, 1 FROM nodes JOIN covered ON deep AND "
     "parent = covered.id WHERE live = 1 AND is_file = 0) SELECT id FROM covered)";
 
-std::optional<std::int64_t> optionalInteger(const Query& row, int column) {
-    return row.isNull(column) ? std::nullopt : std::optional(row.integer(column));
-}
-
 Album readAlbum(const Query& row) {
     Album album;
     album.id = row.integer(0);
     album.account = row.integer(1);
-    album.shareFolder = optionalInteger(row, 2);
-    album.node = optionalInteger(row, 3);
+    album.shareFolder = row.optionalInteger(2);
+    album.node = row.optionalInteger(3);
     album.name = row.text(4);
     album.type = row.integer(5);
     album.kind = row.integer(6);
     album.scopeKind = static_cast<ScopeKind>(row.integer(7));
-    album.scopeParent = optionalInteger(row, 8);
+    album.scopeParent = row.optionalInteger(8);
     album.cover = row.text(9);
     album.createdTime = row.text(10);
     album.updatedTime = row.text(11);

@@ -42,6 +42,11 @@ std::optional<std::string> Query::optionalText(int column) const {
     return text(column);
 }
 
+std::optional<std::int64_t> Query::optionalInteger(int column) const {
+    if (isNull(column)) return std::nullopt;
+    return integer(column);
+}
+
 void Query::bind(int index, std::int64_t value) {
     sqlite3_bind_int64(statement_, index, value);
 }

@@ -35,6 +35,7 @@ class Query {
     std::string text(int column) const;
     bool isNull(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_NULL; }
     std::optional<std::string> optionalText(int column) const;
+    std::optional<std::int64_t> optionalInteger(int column) const;
 
     void bind(int index, std::int64_t value);
     void bind(int index, int value) { bind(index, std::int64_t{value}); }

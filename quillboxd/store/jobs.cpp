@@ -16,11 +16,6 @@ const std::string selectJobItems =
 
 const std::string selectEntries = "SELECT name, is_file, size, millis, node, code, reason FROM job_entries ";
 
-std::optional<std::int64_t> optionalInteger(const Query& row, int column) {
-    if (row.isNull(column)) return std::nullopt;
-    return row.integer(column);
-}
-
 std::string writeTexts(const std::vector<std::string>& texts) {
     return json::serialize(json::array(texts.begin(), texts.end()));
 }
@@ -38,7 +33,7 @@ Job readJob(const Query& row) {
             .kind = static_cast<JobKind>(row.integer(2)),
             .nameRule = static_cast<NameRule>(row.integer(3)),
             .status = static_cast<JobStatus>(row.integer(4)),
-            .destination = optionalInteger(row, 5),
+            .destination = row.optionalInteger(5),
             .wanted = readTexts(row.text(6)),
             .password = row.text(7),
             .createdTime = row.text(8),
@@ -54,11 +49,11 @@ JobItem readItem(const Query& row) {
             .status = static_cast<JobStatus>(row.integer(4)),
             .total = row.integer(5),
             .done = row.integer(6),
-            .newNode = optionalInteger(row, 7),
+            .newNode = row.optionalInteger(7),
             .newPath = row.text(8),
             .code = static_cast<int>(row.integer(9)),
             .reason = row.text(10),
-            .content = optionalInteger(row, 11)};
+            .content = row.optionalInteger(11)};
 }
 
 JobEntry readEntry(const Query& row) {
@@ -66,7 +61,7 @@ JobEntry readEntry(const Query& row) {
             .isFile = row.boolean(1),
             .size = row.integer(2),
             .millis = row.integer(3),
-            .node = optionalInteger(row, 4),
+            .node = row.optionalInteger(4),
             .code = static_cast<int>(row.integer(5)),
             .reason = row.text(6)};
 }
@@ -210,7 +205,7 @@ void OpenJobs::noteCopy(const JobItem& item, std::int64_t number, std::int64_t c
 std::optional<std::int64_t> OpenJobs::copyOf(const JobItem& item, std::int64_t node) {
     auto row = database_.query("SELECT copy FROM job_steps WHERE job = ? AND item = ? AND node = ?", item.job,
                                item.number, node);
-    return row.next() ? optionalInteger(row, 0) : std::nullopt;
+    return row.next() ? row.optionalInteger(0) : std::nullopt;
 }
 
 void OpenJobs::addEntry(const JobItem& item, std::int64_t number, const JobEntry& entry) {

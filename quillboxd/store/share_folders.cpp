@@ -24,7 +24,7 @@ ShareFolder readFolder(const Query& row) {
     folder.ownerName = row.text(2);
     folder.container = row.text(3);
     folder.node = row.integer(4);
-    if (!row.isNull(5)) folder.albumRoot = row.integer(5);
+    folder.albumRoot = row.optionalInteger(5);
     folder.name = row.text(6);
     folder.createdTime = row.text(7);
     folder.members = row.integer(8);

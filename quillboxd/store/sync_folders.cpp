@@ -16,7 +16,7 @@ Change readChange(const Query& row) {
     change.id = row.integer(0);
     change.kind = static_cast<ChangeKind>(row.integer(1));
     if (!row.isNull(2)) change.moveType = static_cast<MoveType>(row.integer(2));
-    if (!row.isNull(3)) change.sourceParent = row.integer(3);
+    change.sourceParent = row.optionalInteger(3);
     change.idPath = row.text(4);
     auto& node = change.node;
     node.id = row.integer(5);

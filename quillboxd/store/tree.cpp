@@ -38,7 +38,7 @@ Node readNode(const Query& row) {
     node.scene = row.text(9);
     node.createdTime = row.text(10);
     node.editedTime = row.text(11);
-    if (!row.isNull(12)) node.content = row.integer(12);
+    node.content = row.optionalInteger(12);
     node.sha256 = row.text(13);
     node.size = row.integer(14);
     node.account = row.integer(15);
