@@ -82,6 +82,7 @@ void Service::reset() {
     jobs.allow(std::nullopt);
     Transaction transaction(database);
     emptyTables(database);
+    jobs.interrupt();
     transaction.commit();
     // Still alone with the database: nobody can have stored anything new yet.
     blobs.clear();

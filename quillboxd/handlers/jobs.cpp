@@ -1,7 +1,5 @@
 #include "quillboxd/store/jobs.h"
 
-#include <algorithm>
-
 #include "quillboxd/handlers/handlers.h"
 #include "quillboxd/handlers/parameters.h"
 
@@ -88,6 +86,8 @@ std::vector<std::string> readWanted(const json::object& task) {
     std::vector<std::string> wanted;
     const auto* paths = present(task, "uncompressFilePaths");
     if (!paths) return wanted;
+    if (paths->get_array().size() > mostItems)
+        badRequest("\"taskInfo.uncompressFilePaths\" has more than 1,000 paths");
     for (const auto& path : paths->get_array()) wanted.emplace_back(path.get_string());
     return wanted;
 }
@@ -100,49 +100,31 @@ Job requireJob(Call& call, const std::string& id) {
 }
 
 /// 0: all was done, 1: a part of it, 2: nothing.
-int taskResult(const std::vector<JobItem>& items) {
-    const auto isDone = [](const JobItem& item) { return item.status == JobStatus::done; };
-    const auto isTouched = [](const JobItem& item) {
-        return item.status == JobStatus::done || item.done > 0 || item.newNode;
-    };
-    if (std::all_of(items.begin(), items.end(), isDone)) return 0;
-    return std::any_of(items.begin(), items.end(), isTouched) ? 1 : 2;
+int taskResult(const JobSums& sums) {
+    if (sums.allDone) return 0;
+    return sums.anyTouched ? 1 : 2;
 }
 
-int firstCode(const std::vector<JobItem>& items) {
-    for (const auto& item : items)
-        if (item.code != 0) return item.code;
-    return 0;
-}
-
-template <std::int64_t JobItem::*count>
-std::int64_t sum(const std::vector<JobItem>& items) {
-    std::int64_t sum = 0;
-    for (const auto& item : items) sum += item.*count;
-    return sum;
-}
-
-/// Whole hundredths of what there is to do; a job that has nothing to do is at its end.
-std::int64_t progress(const Job& job, const std::vector<JobItem>& items) {
-    const auto total = sum<&JobItem::total>(items);
-    if (job.status == JobStatus::waiting) return 0;
-    return total == 0 ? 100 : sum<&JobItem::done>(items) * 100 / total;
+/// Whole hundredths of what there is to do; a job that had nothing to do is at its end.
+std::int64_t progress(const Job& job, const JobSums& sums) {
+    if (sums.total == 0) return job.endTime && job.beginTime ? 100 : 0;
+    return sums.done * 100 / sums.total;
 }
 
 /// What lists and details tell alike.
-json::object commonFields(const Call& call, const Job& job, const std::vector<JobItem>& items) {
+json::object commonFields(const Call& call, const Job& job, const JobSums& sums) {
     json::object fields{{"taskId", std::to_string(job.id)},
                         {"taskType", static_cast<int>(job.kind)},
                         {"actionType", static_cast<int>(job.nameRule)},
                         {"status", static_cast<int>(job.status)},
-                        {"contentNum", sum<&JobItem::total>(items)},
+                        {"contentNum", sums.total},
                         {"containerId", call.account.container},
                         {"createTime", job.createdTime}};
     if (job.beginTime) fields["beginTime"] = *job.beginTime;
     if (!job.endTime) return fields;
     fields["endTime"] = *job.endTime;
-    fields["taskResultCode"] = taskResult(items);
-    fields["resultCode"] = firstCode(items);
+    fields["taskResultCode"] = taskResult(sums);
+    fields["resultCode"] = sums.firstCode;
     return fields;
 }
 
@@ -212,20 +194,21 @@ Reply cancel(Call& call) {
     const auto job = requireJob(call, requiredText(request, "jobId"));
     if (!jobStore(call).cancel(job.id))
         conflict(Code::conflict, "the job " + std::to_string(job.id) + " has ended already");
+    if (job.status == JobStatus::running) call.service.jobs.interrupt();
     return success({{"data", std::to_string(job.id)}});
 }
 
 Reply detail(Call& call) {
     const auto job = requireJob(call, call.wildcards[0]);
     auto store = jobStore(call);
-    const auto items = store.items(job.id);
-    auto info = commonFields(call, job, items);
+    const auto sums = store.sums(job.id);
+    auto info = commonFields(call, job, sums);
     info["taskName"] = nameOf(job.kind);
     info["userId"] = std::to_string(call.account.id);
-    info["progress"] = progress(job, items);
+    info["progress"] = progress(job, sums);
     json::object data{{"jobInfo", std::move(info)}};
     json::array tasks;
-    for (const auto& item : items) tasks.push_back(itemFields(call, job, item));
+    for (const auto& item : store.items(job.id)) tasks.push_back(itemFields(call, job, item));
     data["taskInfos"] = std::move(tasks);
     if (job.kind == JobKind::unpack) {
         json::array entries;
@@ -243,7 +226,7 @@ Reply list(Call& call) {
     if (filter.offset < 0) badRequest("\"offset\" must not be negative");
     auto store = jobStore(call);
     json::array jobs;
-    for (const auto& job : store.list(filter)) jobs.push_back(commonFields(call, job, store.items(job.id)));
+    for (const auto& job : store.list(filter)) jobs.push_back(commonFields(call, job, store.sums(job.id)));
     return success({{"data", std::move(jobs)}});
 }
 

@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Between two steps others get at the database.
-constexpr auto pauseAfterStep = 100us;
+/// Between two turns others get at the database.
+constexpr auto pauseAfterTurn = 100us;
 
 /// Before the next attempt where the database itself has failed.
 constexpr auto pauseAfterFailure = 1s;
@@ -38,6 +38,11 @@ void JobWorker::allow(std::optional<std::int64_t> steps) {
     changed_.notify_all();
 }
 
+void JobWorker::interrupt() {
+    const std::lock_guard lock(mutex_);
+    interruption_.request_stop();
+}
+
 void JobWorker::run(const std::stop_token& stop) {
     std::unique_lock lock(mutex_);
     const auto mayGoOn = [this] { return wanted_ && allowed_ != 0; };
@@ -49,7 +54,7 @@ void JobWorker::run(const std::stop_token& stop) {
         lock.lock();
         if (turn != Turn::idle) wanted_ = true;
         if (turn == Turn::stepped && allowance == allowance_ && allowed_ > 0) --*allowed_;
-        if (turn == Turn::stepped) changed_.wait_for(lock, stop, pauseAfterStep, [] { return false; });
+        if (turn != Turn::idle) changed_.wait_for(lock, stop, pauseAfterTurn, [] { return false; });
     }
 }
 
@@ -66,6 +71,8 @@ JobWorker::Turn JobWorker::tryTurn(const std::stop_token& stop) {
 JobWorker::Turn JobWorker::turn(const std::stop_token& stop) {
     std::optional<Job> job;
     std::optional<JobItem> item;
+    std::stop_source interruption;
+    bool isPlanned = false;
     {
         Transaction transaction(service_.database);
         job = jobs_.next();
@@ -73,33 +80,34 @@ JobWorker::Turn JobWorker::turn(const std::stop_token& stop) {
             work_.reset();
             return Turn::idle;
         }
-        if (job->status == JobStatus::waiting) {
-            begin(*job);
-            transaction.commit();
-            return Turn::planned;
-        }
-        item = jobs_.nextItem(job->id);
+        if (job->status == JobStatus::waiting) jobs_.begin(job->id);
+        item = jobs_.unplannedItem(job->id);
+        isPlanned = !item;
+        if (isPlanned) item = jobs_.nextItem(job->id);
+        transaction.commit();
+        const std::lock_guard lock(mutex_);
+        interruption_ = interruption;
     }
-    step(*job, item.value(), stop);
-    return Turn::stepped;
+    const std::stop_callback atEnd(stop, [&interruption] { interruption.request_stop(); });
+    if (isPlanned) {
+        step(*job, item.value(), interruption.get_token());
+        return Turn::stepped;
+    }
+    plan(*job, item.value());
+    return Turn::planned;
 }
 
-void JobWorker::begin(const Job& job) {
-    jobs_.begin(job.id);
-    for (auto& item : Jobs(service_.database, job.account).items(job.id)) {
-        try {
-            makeWork(service_, job)->plan(item);
-            if (item.total == 0) item.status = JobStatus::done;
-        } catch (const ApiError& error) {
-            fail(item, error);
-        }
-        jobs_.save(item);
-    }
-    jobs_.finishIfDone(job.id);
+void JobWorker::plan(const Job& job, const JobItem& item) {
+    orFail(item, [&] {
+        commit(item, [&](JobItem& changed) {
+            makeWork(service_, job)->plan(changed);
+            if (changed.total == 0) changed.status = JobStatus::done;
+        });
+    });
 }
 
 void JobWorker::step(const Job& job, const JobItem& item, const std::stop_token& stop) {
-    try {
+    orFail(item, [&] {
         auto& work = workFor(job, item);
         work.prepare(item, stop);
         if (stop.stop_requested()) return;
@@ -110,12 +118,25 @@ void JobWorker::step(const Job& job, const JobItem& item, const std::stop_token&
                              : changed.code == 0 ? JobStatus::done
                                                  : JobStatus::failed;
         });
+    });
+}
+
+void JobWorker::orFail(const JobItem& item, const std::function<void()>& act) {
+    try {
+        act();
     } catch (const ApiError& error) {
-        commit(item, [&error](JobItem& changed) { fail(changed, error); });
+        fail(item, error.code(), error.what());
     } catch (const std::exception& error) {
-        const ApiError told(500, Code::internal, readable(error.what()));
-        commit(item, [&told](JobItem& changed) { fail(changed, told); });
+        fail(item, Code::internal, error.what());
     }
+}
+
+void JobWorker::fail(const JobItem& item, Code code, const std::string& reason) {
+    commit(item, [&](JobItem& changed) {
+        changed.status = JobStatus::failed;
+        changed.code = static_cast<int>(code);
+        changed.reason = readable(reason);
+    });
 }
 
 void JobWorker::commit(JobItem item, const std::function<void(JobItem&)>& change) {
@@ -125,12 +146,6 @@ void JobWorker::commit(JobItem item, const std::function<void(JobItem&)>& change
     jobs_.save(item);
     jobs_.finishIfDone(item.job);
     transaction.commit();
-}
-
-void JobWorker::fail(JobItem& item, const ApiError& error) {
-    item.status = JobStatus::failed;
-    item.code = static_cast<int>(error.code());
-    item.reason = error.what();
 }
 
 Work& JobWorker::workFor(const Job& job, const JobItem& item) {

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -29,16 +30,22 @@ class JobWorker {
     /// way is none of them.
     void allow(std::optional<std::int64_t> steps);
 
+    /// Ends the step under way early, as if it had not begun; for a job that is no longer wanted, in the
+    /// transaction that ends it.
+    void interrupt();
+
   private:
     enum class Turn { idle, planned, stepped };
 
     void run(const std::stop_token& stop);
     Turn tryTurn(const std::stop_token& stop);
     Turn turn(const std::stop_token& stop);
-    void begin(const Job& job);
+    void plan(const Job& job, const JobItem& item);
     void step(const Job& job, const JobItem& item, const std::stop_token& stop);
+    /// Does what is to be done with the item, which fails with what that throws.
+    void orFail(const JobItem& item, const std::function<void()>& act);
+    void fail(const JobItem& item, Code code, const std::string& reason);
     void commit(JobItem item, const std::function<void(JobItem&)>& change);
-    static void fail(JobItem& item, const ApiError& error);
     Work& workFor(const Job& job, const JobItem& item);
 
     Service& service_;
@@ -50,7 +57,8 @@ class JobWorker {
     std::condition_variable_any changed_;
     bool wanted_ = false;
     std::optional<std::int64_t> allowed_;
-    std::int64_t allowance_ = 0;  ///< how often `allowed_` was set
+    std::int64_t allowance_ = 0;     ///< how often `allowed_` was set
+    std::stop_source interruption_;  ///< of the step under way
     std::jthread thread_;
 };
 

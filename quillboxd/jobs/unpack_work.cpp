@@ -13,7 +13,6 @@
 namespace quillboxd {
 namespace {
 
-constexpr std::size_t mostEntries = 100'000;
 constexpr std::int64_t mostBytes = std::int64_t{16} << 30;
 /// A small archive that grows beyond this many times its size is made to fill a disk.
 constexpr std::int64_t mostGrowth = 200;
@@ -80,7 +79,7 @@ class Unpacking : public Work {
         const auto file = tree_.find(item.node);
         if (!file) notFound("it is gone");
         item.content = file->content;
-        open(item);
+        open(piecesOf(item));
         checkSize();
         makeFolder(item, *file);
         for (const auto& entry : entries_) addEntry(item, entry);
@@ -88,8 +87,10 @@ class Unpacking : public Work {
 
     void prepare(const JobItem& item, const std::stop_token& stop) override {
         if (!archive_) {
-            const Transaction transaction(service_.database);
-            open(item);
+            std::optional<Transaction> transaction(service_.database);
+            const auto pieces = piecesOf(item);
+            transaction.reset();
+            open(pieces);
         }
         extraction_ = {};
         const auto& entry = entries_.at(static_cast<std::size_t>(item.done));
@@ -120,8 +121,11 @@ class Unpacking : public Work {
     }
 
   private:
-    void open(const JobItem& item) {
-        const auto pieces = service_.contents.pieces(item.content.value(), 0, mostBytes);
+    std::vector<Piece> piecesOf(const JobItem& item) {
+        return service_.contents.pieces(item.content.value(), 0, mostBytes);
+    }
+
+    void open(const std::vector<Piece>& pieces) {
         archive_ = std::make_unique<ZipArchive>(ContentReader(service_.blobs, pieces), job_.password);
         entries_.clear();
         std::copy_if(archive_->entries().begin(), archive_->entries().end(), std::back_inserter(entries_),
@@ -135,7 +139,6 @@ class Unpacking : public Work {
     }
 
     void checkSize() {
-        if (entries_.size() > mostEntries) badRequest("the archive has more than 100,000 entries");
         if (entries_.empty() && !job_.wanted.empty()) notFound("the archive has none of the paths asked for");
         std::int64_t bytes = 0;
         for (const auto& entry : entries_) {

@@ -8,6 +8,8 @@
 namespace quillboxd {
 namespace {
 
+constexpr std::uint64_t mostEntries = 100'000;
+
 [[noreturn]] void damaged(const std::string& what, zip_error_t* error) {
     const auto code = zip_error_code_zip(error);
     if (code == ZIP_ER_NOPASSWD || code == ZIP_ER_WRONGPASSWD)
@@ -101,6 +103,7 @@ ZipArchive::ZipArchive(ContentReader content, const std::string& password) : con
     }
     if (!password.empty()) zip_set_default_password(archive_.get(), password.c_str());
     const auto count = static_cast<std::uint64_t>(zip_get_num_entries(archive_.get(), 0));
+    if (count > mostEntries) badRequest("the archive has more than 100,000 entries");
     for (std::uint64_t index = 0; index < count; ++index)
         entries_.push_back(statEntry(archive_.get(), index));
 }

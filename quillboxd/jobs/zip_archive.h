@@ -24,7 +24,7 @@ struct ZipEntry {
 /// A zip archive among the stored files, read in place.
 class ZipArchive {
   public:
-    /// Throws ApiError for what is no zip archive.
+    /// Throws ApiError for what is no zip archive, and for one of more than 100,000 entries.
     ZipArchive(ContentReader content, const std::string& password);
     ~ZipArchive();
     ZipArchive(const ZipArchive&) = delete;

@@ -110,6 +110,20 @@ std::vector<JobItem> Jobs::items(std::int64_t id) {
     return items;
 }
 
+JobSums Jobs::sums(std::int64_t id) {
+    auto row = database_.query(
+        "SELECT sum(total), sum(done), min(status = 2), max(status = 2 OR done > 0 OR new_node IS NOT NULL), "
+        "(SELECT code FROM job_items WHERE job = ?1 AND code <> 0 ORDER BY number LIMIT 1) "
+        "FROM job_items WHERE job = ?1",
+        id);
+    row.next();
+    return {.total = row.integer(0),
+            .done = row.integer(1),
+            .allDone = row.boolean(2),
+            .anyTouched = row.boolean(3),
+            .firstCode = static_cast<int>(row.integer(4))};
+}
+
 std::vector<JobEntry> Jobs::entries(std::int64_t id) {
     auto rows = database_.query(selectEntries + "WHERE job = ? ORDER BY item, number", id);
     std::vector<JobEntry> entries;
@@ -139,6 +153,12 @@ bool Jobs::cancel(std::int64_t id) {
 std::optional<Job> OpenJobs::next() {
     auto row = database_.query(selectJobs + "WHERE status < 2 ORDER BY id LIMIT 1");
     return row.next() ? std::optional(readJob(row)) : std::nullopt;
+}
+
+std::optional<JobItem> OpenJobs::unplannedItem(std::int64_t job) {
+    auto row = database_.query(
+        selectJobItems + "WHERE job = ? AND status = 0 AND total = 0 ORDER BY number LIMIT 1", job);
+    return row.next() ? std::optional(readItem(row)) : std::nullopt;
 }
 
 std::optional<JobItem> OpenJobs::nextItem(std::int64_t job) {

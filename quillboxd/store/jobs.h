@@ -62,6 +62,15 @@ struct JobEntry {
     std::string reason;
 };
 
+/// What a job's items come to.
+struct JobSums {
+    std::int64_t total = 0;
+    std::int64_t done = 0;
+    bool allDone = false;     ///< every item, to its end
+    bool anyTouched = false;  ///< something was done for one
+    int firstCode = 0;        ///< of the items that failed, or 0
+};
+
 struct JobFilter {
     std::optional<std::int64_t> kind;
     std::optional<std::int64_t> status;
@@ -77,6 +86,7 @@ class Jobs {
     std::int64_t add(const Job& job, const std::vector<JobItem>& items);
     std::optional<Job> find(std::int64_t id);
     std::vector<JobItem> items(std::int64_t id);
+    JobSums sums(std::int64_t id);
     std::vector<JobEntry> entries(std::int64_t id);
     /// The newest first.
     std::vector<Job> list(const JobFilter& filter);
@@ -95,6 +105,9 @@ class OpenJobs {
 
     /// The oldest.
     std::optional<Job> next();
+    /// The first whose steps have not been counted yet.
+    std::optional<JobItem> unplannedItem(std::int64_t job);
+    /// The first that has not ended.
     std::optional<JobItem> nextItem(std::int64_t job);
     bool isOpen(std::int64_t job);
     void begin(std::int64_t job);

@@ -3,13 +3,17 @@
 #include <random>
 #include <thread>
 
+#include "quillboxd/store/database.h"
 #include "tests/quillboxd/jobs_client.h"
 #include "tests/quillboxd/zip_maker.h"
 
 namespace quillboxd_test {
 namespace {
 
+using testing::ElementsAre;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
+using testing::IsEmpty;
 
 enum Type { copy = 1, remove = 3, unpack = 4 };
 
@@ -34,9 +38,28 @@ class JobsPersistenceTest : public testing::Test {
             count += entry.is_regular_file() ? 1 : 0;
         return count;
     }
+    /// Makes a job that unpacks a large file, and waits until it is at it.
+    std::string startLargeUnpacking() {
+        const std::vector<Zipped> entries{{"zeros", std::string(large, '\0')}, {"b", someBytes(1'500'000)}};
+        const auto archive = client_.upload("large.zip", makeZip(entries), 2'000'000);
+        const auto known = onlyBlob();
+        const auto id = client_.start(JobsClient::body(unpack, {archive}));
+        while (statusOf(client_.detail(id)) < 2 && storedBlobs() == 1) {
+        }
+        for (const auto& blob : std::filesystem::directory_iterator(process_.dataFolder() / "blobs"))
+            if (blob.path() != known) std::filesystem::create_hard_link(blob.path(), unpacked());
+        return id;
+    }
+    /// What the service has written of the large file, also when it has given it up.
+    std::filesystem::path unpacked() const { return process_.dataFolder() / "unpacked"; }
+    std::filesystem::path onlyBlob() const {
+        return std::filesystem::directory_iterator(process_.dataFolder() / "blobs")->path();
+    }
     static std::int64_t statusOf(const json::object& detail) {
         return JobsClient::number(JobsClient::info(detail), "status");
     }
+
+    static constexpr std::size_t large = 250'000'000;
 
     QuillboxdProcess process_;
     JobsClient client_{process_.url()};
@@ -110,6 +133,40 @@ TEST_F(JobsPersistenceTest, AJobUnderWayDoesNotDelayTheEndOfTheService) {
     EXPECT_EQ(process_.terminate(), 0);
     process_.start();
     EXPECT_EQ(statusOf(client_.detail(id)), 1);
+}
+
+TEST_F(JobsPersistenceTest, ACancelledJobLetsALargeFileBe) {
+    EXPECT_EQ(client_.cancel(startLargeUnpacking()).status, 200);
+    EXPECT_EQ(statusOf(client_.run(JobsClient::body(remove, {client_.makeFolder("next")}))), 2);
+    EXPECT_LT(std::filesystem::file_size(unpacked()), large);
+    EXPECT_EQ(storedBlobs(), 1u);
+}
+
+TEST_F(JobsPersistenceTest, AResetLetsALargeFileBe) {
+    startLargeUnpacking();
+    EXPECT_EQ(send("POST", process_.url() + "/_dev/reset").status, 200);
+    const JobsClient again(process_.url());
+    EXPECT_EQ(statusOf(again.run(JobsClient::body(remove, {again.makeFolder("next")}))), 2);
+    EXPECT_LT(std::filesystem::file_size(unpacked()), large);
+    EXPECT_THAT(again.names(), IsEmpty());
+    EXPECT_EQ(storedBlobs(), 0u);
+}
+
+TEST_F(JobsPersistenceTest, AJobThatTheDatabaseFailsToBeginEndsAndLeavesNothing) {
+    const auto archive = client_.upload("archive.zip", makeZip({{"a", "1"}, {"b", "2"}}));
+    process_.kill();
+    quillboxd::Database((process_.dataFolder() / "quillboxd.sqlite").string())
+        .script(
+            "CREATE TRIGGER failure BEFORE INSERT ON job_entries WHEN NEW.number = 1 "
+            "BEGIN SELECT RAISE(ABORT, 'worn out'); END");
+    process_.start();
+    const auto detail = client_.run(JobsClient::body(unpack, {archive}));
+    EXPECT_EQ(statusOf(detail), 3);
+    EXPECT_EQ(JobsClient::number(JobsClient::info(detail), "resultCode"), 13000500);
+    EXPECT_THAT(JobsClient::column(detail, "taskInfos", "resultDesc").at(0), HasSubstr("worn out"));
+    EXPECT_THAT(detail.at("uncompressedFileList").as_array(), IsEmpty());
+    EXPECT_THAT(client_.names(), ElementsAre("archive.zip"));
+    EXPECT_EQ(statusOf(client_.run(JobsClient::body(remove, {archive}))), 2);
 }
 
 TEST_F(JobsPersistenceTest, TheBytesOfDeletedFilesGoAtTheNextStart) {

@@ -207,6 +207,22 @@ TEST(UnpackingAndSpace, AnArchiveThatDoesNotFitIsRefusedWhole) {
     EXPECT_THAT(client.names(), ElementsAre("photos.zip"));
 }
 
+TEST_F(UnpackTest, AnArchiveOfTooManyEntriesIsRefusedWhateverIsAskedFor) {
+    std::vector<Zipped> entries;
+    for (int number = 0; number <= 100'000; ++number) entries.push_back({std::to_string(number)});
+    const auto archive = client_.upload("photos.zip", makeZip(entries), 20'000'000);
+    const auto detail = client_.run(body(archive, {{"uncompressFilePaths", json::array{"0"}}}));
+    EXPECT_EQ(statusOf(detail), failed);
+    EXPECT_THAT(reasonOf(detail), HasSubstr("more than 100,000 entries"));
+}
+
+TEST_F(UnpackTest, TooManyPathsAreRefused) {
+    const auto archive = client_.upload("photos.zip", makeZip({{"a", "1"}}));
+    const json::array paths(1001, "a");
+    expectRefused(client_.create(body(archive, {{"uncompressFilePaths", paths}})), 400,
+                  "uncompressFilePaths\" has more than 1,000 paths");
+}
+
 TEST_F(UnpackTest, AnArchiveThatGrowsBeyondMeasureIsRefusedWhole) {
     const auto detail = run(makeZip({{"zeros", std::string(100'000'000, '\0')}}));
     EXPECT_EQ(statusOf(detail), failed);
