@@ -28,16 +28,16 @@ std::string actionOf(Offer offer) {
 }
 
 /// One option as `_arguments` takes it.
-std::string specification(const OptionOutline& option) {
+std::string entryFor(const OptionOutline& option) {
     const auto value = inBrackets(option.kind) + ":" + actionOf(option.offer);
     if (option.argument) return zshQuoted((option.repeats ? "*:" : ":") + value);
     const auto name = option.name + "[" + inBrackets(option.help) + "]";
     return zshQuoted(option.kind.empty() ? name : name + ":" + value);
 }
 
-std::string specifications(const std::vector<OptionOutline>& options, const std::string& indent) {
+std::string entriesFor(const std::vector<OptionOutline>& options, const std::string& indent) {
     std::string all;
-    for (const auto& option : options) all += indent + specification(option) + " \\\n";
+    for (const auto& option : options) all += indent + entryFor(option) + " \\\n";
     return all;
 }
 
@@ -58,7 +58,7 @@ std::string group(const CommandOutline& command) {
         branches += "            " + lastWord(below) + ") " + functionName(below) + " ;;\n";
     }
     return "    local state line\n    local -a commands\n    _arguments -C \\\n" +
-           specifications(command.options, "        ") +
+           entriesFor(command.options, "        ") +
            "        $quillbox_session ': :->command' '*:: :->rest'\n"
            "    case $state in\n"
            "    command)\n"
@@ -77,7 +77,7 @@ std::string functions(const CommandOutline& command) {
     std::string text;
     for (const auto& below : command.commands) text += functions(below);
     text += functionName(command) + "() {\n";
-    text += command.commands.empty() ? "    _arguments \\\n" + specifications(command.options, "        ") +
+    text += command.commands.empty() ? "    _arguments \\\n" + entriesFor(command.options, "        ") +
                                            "        $quillbox_session\n"
                                      : group(command);
     return text + "}\n\n";
@@ -87,7 +87,7 @@ std::string functions(const CommandOutline& command) {
 
 std::string zshCompletion(const ProgramOutline& outline) {
     std::string session;
-    for (const auto& option : outline.session) session += "    " + specification(option) + "\n";
+    for (const auto& option : outline.session) session += "    " + entryFor(option) + "\n";
     return "#compdef quillbox\n"
            "# Completion of quillbox for zsh; to be kept in a folder of its fpath, as _quillbox.\n\n"
            "local -a quillbox_session\n"

@@ -30,10 +30,8 @@ std::optional<std::string> normalisedTime(std::string_view text) {
     if (full.size() != form.size() || !strptime(full.c_str(), "%Y-%m-%dT%H:%M:%S", &parts) ||
         std::sscanf(full.c_str() + full.find('.') + 1, "%3d", &millis) != 1)
         return std::nullopt;
-    // The clock counts nanoseconds, which hold no year far from now.
-    constexpr int first = 1900 - 1900;
-    constexpr int last = 2200 - 1900;
-    if (parts.tm_year < first || parts.tm_year > last) return std::nullopt;
+    // The clock counts nanoseconds, which hold no year far from now; `tm_year` counts from 1900.
+    if (parts.tm_year < 0 || parts.tm_year > 300) return std::nullopt;
     // What is no such date or no such form comes back changed.
     const auto time = system_clock::from_time_t(timegm(&parts)) + std::chrono::milliseconds(millis);
     return timeText(time) == full ? std::optional(std::move(full)) : std::nullopt;
