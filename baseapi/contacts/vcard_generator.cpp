@@ -45,7 +45,7 @@ void VCardGenerator::generateVcfFile(std::vector<ContactBean> contacts, std::str
                                      VcfFileCompletion completion) {
     inBackground(
         [contacts = std::move(contacts), fileName = std::move(fileName), completion = std::move(completion)] {
-            const auto path = platform().temporaryFolder.native() + "/" + fileName;
+            const auto path = platform().temporaryFolder / std::filesystem::path(fileName).relative_path();
             const auto error = writeFile(path, contacts);
             onMainQueue([path, fileName, error, completion] { report(path, fileName, error, completion); });
         });

@@ -57,6 +57,10 @@ TEST_F(VCardGeneratorTest, WritesTheFileIntoTheTemporaryFolderAndLogsItsName) {
                 testing::ElementsAre("VCardGenerator: VCF file generated successfully at one.vcf"));
 }
 
+TEST_F(VCardGeneratorTest, AnAbsoluteNameStaysInTheTemporaryFolder) {
+    EXPECT_EQ(fileOf(generate({}, "/one.vcf")), test_support::temporaryFolder() / "one.vcf");
+}
+
 TEST_F(VCardGeneratorTest, NoContactsWriteAFileOfZeroBytes) {
     const auto path = fileOf(generate({}, "empty.vcf"));
     EXPECT_TRUE(fs::exists(path));
