@@ -16,7 +16,7 @@
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/transfer/transfer_impl.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 CloudInstance::CloudInstance()
     : userImpl_(makeUserImpl().release()),
@@ -34,4 +34,4 @@ CloudInstance::CloudInstance()
       folderSyncImpl_(makeFolderSyncImpl().release()),
       phoneBackupImpl_(new PhoneBackupImpl) {}
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 
 #include "cli/exit_status.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 struct Platform;
 }
 

@@ -18,7 +18,7 @@
 #include "cli/token_file.h"
 #include "cli/token_mask.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 struct Platform;
 }
 

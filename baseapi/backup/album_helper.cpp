@@ -9,7 +9,7 @@
 #include "baseapi/platform/platform.h"
 #include "baseapi/platform/uuid.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 using MediaType = PhotoAsset::MediaType;
@@ -105,4 +105,4 @@ BackupFileInfo AlbumHelper::getBackupFileInfo(const PhotoAsset& asset) {
     return info;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -9,7 +9,7 @@
 #include "baseapi/core/url.h"
 #include "baseapi/platform/photo_library.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What the album backup knows of an asset before its upload.
 struct BackupFileInfo {
@@ -57,4 +57,4 @@ class AlbumHelper {
     static BackupFileInfo getBackupFileInfo(const PhotoAsset& asset);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

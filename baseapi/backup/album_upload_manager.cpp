@@ -9,7 +9,7 @@
 #include "baseapi/core/log.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 AlbumUploadManager::AlbumUploadManager()
     : BackupRun({
@@ -49,4 +49,4 @@ bool AlbumUploadManager::submitAsset(const Record& record, const PhotoAsset& ass
     return submit(record, asset.localIdentifier, folderId, std::move(*info.url));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/backup/backup_run.h"
 #include "baseapi/platform/photo_library.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Backs up the whole photo library: the pictures into "/Images", the videos into "/Videos".
 class AlbumUploadManager final : public BackupRun {
@@ -17,4 +17,4 @@ class AlbumUploadManager final : public BackupRun {
     bool submitAsset(const Record& record, const PhotoAsset& asset, const std::string& folderId);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -13,7 +13,7 @@
 #include "baseapi/core/log.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 namespace fs = std::filesystem;
@@ -108,4 +108,4 @@ void AssetSliceFetcher::getAssetSlice(const PhotoAsset& asset, std::uint64_t off
         });
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 
 #include "baseapi/platform/photo_library.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Why a slice could not be read.
 struct AssetSliceError {
@@ -34,4 +34,4 @@ class AssetSliceFetcher {
                               Completion completion);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

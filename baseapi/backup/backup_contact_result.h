@@ -8,7 +8,7 @@
 
 #include "baseapi/core/cases.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// How a backup of the contacts ended.
 struct BackupContactResult {
@@ -50,4 +50,4 @@ struct BackupResultHandler {
     std::function<void(BackupProgress)> onProgress;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/core/constants.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template <class Run>
 bool FileBackupManager<Run>::backup(std::int64_t deviceId, BackupCallback callback) {
@@ -53,4 +53,4 @@ bool BackupContactManager::backup(std::int64_t deviceId, BackupResultHandler han
     return true;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/core/cancelable.h"
 #include "baseapi/core/guarded.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Holds the run of a module that is under way, refuses a second one, and forwards a cancel.
 template <class Run>
@@ -69,4 +69,4 @@ class BackupContactManager final : public BackupManager<ContactBackupTask> {
     void stop(ContactBackupTask& run) override { run.setCancelled(true); }
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

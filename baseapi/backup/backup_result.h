@@ -8,7 +8,7 @@
 
 #include "baseapi/core/cases.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What happens in a backup of folders or of the album.
 struct BackupResult {
@@ -39,4 +39,4 @@ struct BackupResult {
 /// and in `cancel`, and threads of the library's. What it throws is logged and goes no further.
 using BackupCallback = std::function<void(BackupResult)>;
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -10,7 +10,7 @@
 #include "baseapi/core/constants.h"
 #include "baseapi/core/log.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // The run, in the order of its calls to the service.
 
@@ -191,4 +191,4 @@ NetworkFailure BackupRun::userCancel() {
     return {Constants::BACKUP_USER_CANCEL, "User cancel"};
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -19,7 +19,7 @@
 #include "baseapi/net/network_result.h"
 #include "baseapi/transfer/upload_operation.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A backup of many files: what the run of the folders and the run of the album have in common. One object is
 /// one run; it keeps itself alive until its last callback.
@@ -110,4 +110,4 @@ class BackupRun : public Cancelable, public std::enable_shared_from_this<BackupR
     State state_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -10,7 +10,7 @@
 #include "baseapi/core/log.h"
 #include "baseapi/json/codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr std::int64_t nameExists = 13000405;
@@ -59,4 +59,4 @@ std::string createSingleFolderSync(const std::string& name, const std::string& p
     return folderId(response);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/files/records.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What asks the service for a folder, or for the one that is there.
 CreateDirectoryBean folderBean(std::string name, std::string parentId);
@@ -16,4 +16,4 @@ std::string folderId(const CreateDirectoryResponse& response);
 /// for a thread of the delegate queue.
 std::string createSingleFolderSync(const std::string& name, const std::string& parentId);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

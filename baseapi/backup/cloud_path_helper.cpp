@@ -14,7 +14,7 @@
 #include "baseapi/core/time_stamp.h"
 #include "baseapi/json/codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// White space and new-lines of Unicode, in UTF-8.
@@ -137,4 +137,4 @@ CreatePathResult::onResult fetchCloudPath(const std::string& path) {
     return {"", -1, "timeout"};
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -13,7 +13,7 @@
 #include "baseapi/core/task.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 struct CreateDirectoryResponse;
 
@@ -78,4 +78,4 @@ class CloudPathHelper : public std::enable_shared_from_this<CloudPathHelper> {
 /// code -1 and the message "timeout". Not for a thread of the delegate queue.
 CreatePathResult::onResult fetchCloudPath(const std::string& path);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -21,7 +21,7 @@
 #include "baseapi/platform/platform.h"
 #include "baseapi/transfer/i_transfer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr BackupModule contacts{"ContactBackupTask", "102", "backup_lock_id_102"};
@@ -216,4 +216,4 @@ RecordSteps ContactBackupTask::steps() const {
     return {contacts, deviceId};
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

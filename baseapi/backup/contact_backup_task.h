@@ -12,7 +12,7 @@
 #include "baseapi/core/url.h"
 #include "baseapi/transfer/upload_process_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A backup of the whole address book, as one vCard file in a record of its own. One object is one run; it
 /// keeps itself alive until its last callback.
@@ -53,4 +53,4 @@ class ContactBackupTask final : public std::enable_shared_from_this<ContactBacku
     bool hasCancel_ = false;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -20,7 +20,7 @@
 #include "baseapi/platform/platform.h"
 #include "baseapi/transfer/i_transfer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 namespace fs = std::filesystem;
@@ -165,4 +165,4 @@ void ContactRecoverTask::tell(ContactResult event) const {
     invokeCallback(onCallback, std::move(event));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -9,7 +9,7 @@
 #include "baseapi/core/task.h"
 #include "baseapi/core/url.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Brings the contacts of one backup record back into the address book: finds its one file, downloads it,
 /// imports it. One object is one run; it keeps itself alive until its last callback. A restore cannot be
@@ -36,4 +36,4 @@ class ContactRecoverTask final : public std::enable_shared_from_this<ContactReco
     void tell(ContactResult event) const;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

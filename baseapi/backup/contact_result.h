@@ -8,7 +8,7 @@
 
 #include "baseapi/core/cases.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What happens in a restore of contacts. `hash` is the text that the host gave at the start.
 struct ContactResult {
@@ -44,4 +44,4 @@ struct ContactResult {
 /// logged and goes no further.
 using ContactCallback = std::function<void(ContactResult)>;
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/json/codec.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr std::int64_t finished = 1;
@@ -122,4 +122,4 @@ void DeleteRecordTask::finish(DeleteRecordResult result) const {
     logLine("DeleteRecordTask release self ", timeStamp_);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -13,7 +13,7 @@
 #include "baseapi/core/cases.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What became of the old records.
 struct DeleteRecordResult {
@@ -72,4 +72,4 @@ class DeleteRecordTask : public std::enable_shared_from_this<DeleteRecordTask> {
     std::size_t errCount_ = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

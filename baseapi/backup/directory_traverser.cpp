@@ -14,7 +14,7 @@
 #include "baseapi/backup/path_text.h"
 #include "baseapi/core/log.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// A folder on the way from the root to where the walk is.
@@ -137,4 +137,4 @@ void DirectoryTraverser::generateFileDetailBeans(const std::string& rootPath,
     Walk(found).run({rootPath, std::make_shared<const std::string>(targetCloudPath), nullptr});
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 
 #include "baseapi/backup/file_detail_bean.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Walks local folders for a backup.
 class DirectoryTraverser {
@@ -23,4 +23,4 @@ class DirectoryTraverser {
                                         const Found& found);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

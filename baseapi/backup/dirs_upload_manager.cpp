@@ -10,7 +10,7 @@
 #include "baseapi/core/constants.h"
 #include "baseapi/core/log.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 DirsUploadManager::DirsUploadManager()
     : BackupRun({
@@ -100,4 +100,4 @@ bool DirsUploadManager::submitFiles(const Record& record) {
     return true;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

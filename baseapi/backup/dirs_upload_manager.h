@@ -8,7 +8,7 @@
 #include "baseapi/backup/backup_run.h"
 #include "baseapi/backup/file_detail_bean.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Backs up the folders that the service lists as the device's scopes: mirrors them as cloud folders and
 /// uploads every file.
@@ -33,4 +33,4 @@ class DirsUploadManager final : public BackupRun {
     std::map<std::string, std::string, std::less<>> foldersList_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A folder or a file that a walk has found. There may be a million of them: what the files of a folder have
 /// in common is kept once.
@@ -21,4 +21,4 @@ struct FileDetailBean {
     std::string_view fileName() const;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -10,7 +10,7 @@
 #include "baseapi/backup/contact_result.h"
 #include "baseapi/core/cancelable.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Backs up the album, the folders and the contacts of a phone, and restores the contacts. Reached through
 /// `CloudInstance::shared().getPhoneBackupImpl()`; callable from any thread.
@@ -47,4 +47,4 @@ class IPhoneBackup {
     virtual std::shared_ptr<Cancelable> getBackupManager(std::string_view moduleCode) = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -1,6 +1,6 @@
 #include "baseapi/backup/path_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 std::string_view lastPathComponent(std::string_view path) {
     const auto end = path.find_last_not_of('/');
@@ -21,4 +21,4 @@ std::string appendingPathComponent(std::string_view path, std::string_view compo
     return result;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/backup/contact_recover_task.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 bool PhoneBackupImpl::backupAlbum(const std::string&, std::int64_t deviceId, BackupCallback callback) {
     return album_->backup(deviceId, std::move(callback));
@@ -35,4 +35,4 @@ std::shared_ptr<Cancelable> PhoneBackupImpl::getBackupManager(std::string_view m
     return nullptr;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include "baseapi/backup/backup_managers.h"
 #include "baseapi/backup/i_phone_backup.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Hands each operation to the one manager of its module.
 class PhoneBackupImpl final : public IPhoneBackup {
@@ -24,4 +24,4 @@ class PhoneBackupImpl final : public IPhoneBackup {
     const std::shared_ptr<BackupContactManager> contacts_ = std::make_shared<BackupContactManager>();
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

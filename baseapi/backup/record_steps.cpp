@@ -9,7 +9,7 @@
 #include "baseapi/core/preferences.h"
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<RecordCounts>();
 
@@ -124,4 +124,4 @@ void RecordSteps::logRefusal(std::string_view step, const NetworkFailure& failur
     logLine(module_.logName, " ", step, " code = ", failure.code, ", msg = ", failure.message);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

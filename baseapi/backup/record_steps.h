@@ -10,7 +10,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// How a kind of backup is known to the service, to the preferences and in the log.
 struct BackupModule {
@@ -80,4 +80,4 @@ class RecordSteps {
     const std::optional<std::int64_t> deviceId_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

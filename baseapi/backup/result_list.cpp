@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void ResultList::add(const std::string& key) {
     auto& result = results_[key];
@@ -23,4 +23,4 @@ void ResultList::count(const ResultBean& result, std::int64_t by) {
     if (result.code == 0) succeeded_ += by;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include <string>
 #include <unordered_map>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// How the upload of one file has ended.
 struct ResultBean {
@@ -35,4 +35,4 @@ class ResultList {
     std::int64_t succeeded_ = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

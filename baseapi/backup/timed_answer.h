@@ -10,7 +10,7 @@
 
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Where a thread waits for the answer of another, up to a limit. An answer that comes when nobody waits any
 /// more is kept and read by nobody.
@@ -49,4 +49,4 @@ std::optional<T> timedAnswer(std::chrono::milliseconds limit, Begin&& begin) {
     return box->wait(limit);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

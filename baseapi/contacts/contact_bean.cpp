@@ -3,7 +3,7 @@
 #include <map>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 bool hasText(const std::optional<std::string>& text) {
@@ -120,4 +120,4 @@ void ContactBean::printAvailableCNLabels() {
     static_cast<void>(labels);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -9,7 +9,7 @@
 #include "baseapi/contacts/contact_kinds.h"
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A contact on its way from the address book into a vCard. It carries no lock: a record belongs to one run.
 class ContactBean {
@@ -114,4 +114,4 @@ class ContactBean {
     bool operator==(const ContactBean&) const = default;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

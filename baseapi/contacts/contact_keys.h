@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What is read of a contact that goes into a backup. Note, job title and department are not among it, so
 /// that a backup holds none.
@@ -21,4 +21,4 @@ inline constexpr std::array comparedContactKeys{
     ContactKey::emailAddresses, ContactKey::fullName,
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/contacts/unicode_text.h"
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 struct Row {
@@ -73,4 +73,4 @@ std::string_view EmailType::cnLabel() const {
     return emailRows[case_].label;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What a phone number is for. Its text is the vCard word.
 class PhoneNumberType {
@@ -55,4 +55,4 @@ class EmailType {
     Case case_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

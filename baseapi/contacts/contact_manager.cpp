@@ -4,7 +4,7 @@
 #include "baseapi/core/log.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 std::string displayNameOf(const AddressBookContact& contact) {
@@ -62,4 +62,4 @@ std::vector<ContactBean> ContactManager::fetchAllContacts() const {
     return contacts;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include "baseapi/contacts/contact_bean.h"
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The one reader of the address book.
 class ContactManager {
@@ -27,4 +27,4 @@ class ContactManager {
     AddressBook& contactStore_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -9,7 +9,7 @@
 
 #include "baseapi/contacts/unicode_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 std::string fallbackName(const AddressBookContact& contact) {
@@ -104,4 +104,4 @@ bool DuplicateIndex::knows(const AddressBookContact& contact) {
     return known;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

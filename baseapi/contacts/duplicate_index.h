@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Contacts by their name and phone numbers. A contact without a name or without a digit in its phone numbers
 /// is like no other.
@@ -25,4 +25,4 @@ class DuplicateIndex {
     std::unique_ptr<Keys> keys_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

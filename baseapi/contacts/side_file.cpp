@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 SideFile::SideFile(std::filesystem::path place)
     : place_(std::move(place)),
@@ -47,4 +47,4 @@ void SideFile::fail() const {
     throw std::system_error(errno, std::generic_category(), place_.string());
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

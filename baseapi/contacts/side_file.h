@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A file that is written under another name in the same folder, hidden and readable by its owner alone, and
 /// then takes its place at once: at the place stands the old file or the whole new one. Where it never takes
@@ -31,4 +31,4 @@ class SideFile {
     int descriptor_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

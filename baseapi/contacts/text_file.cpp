@@ -5,7 +5,7 @@
 #include "baseapi/json/utf8.h"
 #include "baseapi/transfer/local_file.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void requireUTF8(std::string_view text, const std::filesystem::path& path) {
     if (!isValidUTF8(text)) throw std::runtime_error(path.string() + ": no UTF-8 text");
@@ -17,4 +17,4 @@ TextFile::TextFile(const std::filesystem::path& path) : size_(std::filesystem::f
     requireUTF8(text(), path);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Throws `std::runtime_error` with the path for what is no UTF-8 text.
 void requireUTF8(std::string_view text, const std::filesystem::path& path);
@@ -23,4 +23,4 @@ class TextFile {
     std::size_t size_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

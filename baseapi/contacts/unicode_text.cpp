@@ -11,7 +11,7 @@
 #include <cstring>
 #include <span>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 bool isASCII(std::string_view text) {
@@ -170,4 +170,4 @@ bool hasPlainLineEnds(std::string_view text) {
     return other == 0;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// UTF-8 text by Unicode's rules. Bytes that are no letter are neither blank nor digit and have no case.
 
@@ -32,4 +32,4 @@ std::size_t findLineEnd(std::string_view text);
 /// Whether the text has no line ends but LF and CR LF. May miss that, and is much cheaper than the above.
 bool hasPlainLineEnds(std::string_view text);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/contacts/text_file.h"
 #include "baseapi/transfer/local_file.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// What a core's own cache holds beside the contacts that come of it.
@@ -44,4 +44,4 @@ void parseVCardFile(const std::filesystem::path& path, const FoundContact& found
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

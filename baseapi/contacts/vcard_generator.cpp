@@ -13,7 +13,7 @@
 #include "baseapi/core/main_queue.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// The reason why the file is not there, or nothing.
@@ -51,4 +51,4 @@ void VCardGenerator::generateVcfFile(std::vector<ContactBean> contacts, std::str
         });
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

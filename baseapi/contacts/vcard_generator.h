@@ -9,7 +9,7 @@
 #include "baseapi/core/cases.h"
 #include "baseapi/core/url.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// How the writing of a vCard file ended.
 struct VcfFileResult {
@@ -49,4 +49,4 @@ class VCardGenerator {
                                 VcfFileCompletion completion);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 
 #include "baseapi/contacts/unicode_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr std::string_view endOfCard = "END:VCARD";
@@ -173,4 +173,4 @@ void parseVCardText(std::string_view text, const FoundContact& found) {
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

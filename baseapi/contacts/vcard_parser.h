@@ -5,7 +5,7 @@
 
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Each card begins with it.
 inline constexpr std::string_view beginOfCard = "BEGIN:VCARD";
@@ -19,4 +19,4 @@ using FoundContact = std::function<void(SharedContact)>;
 /// given name and organisation gives nothing.
 void parseVCardText(std::string_view text, const FoundContact& found);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 
 #include "baseapi/json/text_buffer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// What is written for a byte; empty for one that stands for itself.
@@ -130,4 +130,4 @@ std::string vCardText(std::span<const ContactBean> contacts) {
     return text;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

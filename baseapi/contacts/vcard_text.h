@@ -5,9 +5,9 @@
 
 #include "baseapi/contacts/contact_bean.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The vCard 3.0 text of the contacts, one card after the other. Lines end in CR LF and are not folded.
 std::string vCardText(std::span<const ContactBean> contacts);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -12,7 +12,7 @@
 #include "baseapi/core/log.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 AddressBook& store() {
@@ -117,4 +117,4 @@ std::vector<SharedContact> VCFImportManager::findDuplicateContactsToDeleteEffici
     return duplicates;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 #include "baseapi/core/url.h"
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Brings the contacts of a vCard file into the address book. The file wins: a local contact of the same name
 /// that shares a phone number with one of the file's is replaced. All operations are synchronous, run on the
@@ -33,4 +33,4 @@ class VCFImportManager {
         std::span<const SharedContact> localContacts, std::span<const SharedContact> cloudContacts);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <array>
 #include <ctime>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 std::string VCFManager::getCurrentTimestamp() {
     const auto now = std::time(nullptr);
@@ -13,4 +13,4 @@ std::string VCFManager::getCurrentTimestamp() {
     return {text.data(), std::strftime(text.data(), text.size(), "%Y%m%d_%H%M%S", &local)};
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

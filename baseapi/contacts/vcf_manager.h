@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Names for vCard files.
 class VCFManager {
@@ -13,4 +13,4 @@ class VCFManager {
     static std::string getCurrentTimestamp();
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

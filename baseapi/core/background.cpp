@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/worker_pool.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void inBackground(std::function<void()> job) {
     // Never destroyed: runs may be under way while the process ends.
@@ -12,4 +12,4 @@ void inBackground(std::function<void()> job) {
     pool->post(std::move(job));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

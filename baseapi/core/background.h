@@ -3,7 +3,7 @@
 #include <coroutine>
 #include <functional>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Runs `job` on a thread for work that may wait, never inside this call. Such threads are apart from those
 /// that deliver answers, so that a job may wait for an answer.
@@ -19,4 +19,4 @@ inline auto background() {
     return Awaiter{};
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include "baseapi/core/log.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 NamedOperationQueue& BackupThreadPoolUtil::queue() {
     static NamedOperationQueue& queue = [&]() -> NamedOperationQueue& {
@@ -13,4 +13,4 @@ NamedOperationQueue& BackupThreadPoolUtil::queue() {
     return queue;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include "baseapi/core/named_operation_queue.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Owns the queue "BACKUP_NORMAL", which runs the files of album and directory backups: its width is the
 /// number of files in flight. It is apart from the queue of the parts so that a file can sit and wait for its
@@ -15,4 +15,4 @@ class BackupThreadPoolUtil {
     static NamedOperationQueue& queue();
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,10 +2,10 @@
 
 #include "baseapi/core/log.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void callbackThrew(const char* what) noexcept {
     logLine("callback threw: ", std::string_view(what));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

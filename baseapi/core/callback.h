@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Told of a host's callback that threw: one log line. The library goes on as if the callback had returned.
 void callbackThrew(const char* what) noexcept;
@@ -41,4 +41,4 @@ class FinalCallback {
     std::function<void(Arguments...)> callback_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

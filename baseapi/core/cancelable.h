@@ -1,6 +1,6 @@
 #pragma once
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What a long operation returns. The operation keeps itself alive until it has ended: the handle may be
 /// dropped.
@@ -13,4 +13,4 @@ class Cancelable {
     virtual void cancel() = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

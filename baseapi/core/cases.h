@@ -1,6 +1,6 @@
 #pragma once
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A handler made of several functions, one for each case of a variant.
 template <class... Functions>
@@ -11,4 +11,4 @@ struct Cases : Functions... {
 template <class... Functions>
 Cases(Functions...) -> Cases<Functions...>;
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

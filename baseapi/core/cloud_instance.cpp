@@ -1,10 +1,10 @@
 #include "baseapi/core/cloud_instance.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 CloudInstance& CloudInstance::shared() {
     static CloudInstance& instance = *new CloudInstance;
     return instance;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 
 #include "baseapi/core/guarded.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 class IAlbum;
 class IBackUp;
@@ -110,4 +110,4 @@ class CloudInstance {
     IPhoneBackup* phoneBackupImpl_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

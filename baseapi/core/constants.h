@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The codes that the transfer engine and the runs report. Upload codes are negative, backup codes positive;
 /// 100019 is deliberately not given to anything.
@@ -45,4 +45,4 @@ struct Constants {
     static constexpr std::int64_t BACKUP_HAS_TASK_RUNNING = 100025;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Declared for hosts that name it; nothing reads or writes its field.
 class DeviceIdentifier {
@@ -10,4 +10,4 @@ class DeviceIdentifier {
     std::string keychainKey;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <mutex>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A value that any thread may read or replace: a reader gets the old value or the new one, never half of
 /// both.
@@ -39,4 +39,4 @@ class Guarded {
     T value_{};
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

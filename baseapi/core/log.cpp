@@ -4,10 +4,10 @@
 
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void logPieces(std::initializer_list<std::string_view> pieces) {
     platform().log->line(std::span(pieces.begin(), pieces.size()));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

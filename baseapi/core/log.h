@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// One piece of a log line: a text that lives as long as the call, or a number with the room for its digits.
 class LogPiece {
@@ -40,4 +40,4 @@ void logLine(const Pieces&... pieces) {
     logPieces({LogPiece(pieces).view()...});
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/thread.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Shared with the workers, which may outlive the queue.
 struct NamedOperationQueue::State {
@@ -84,4 +84,4 @@ void NamedOperationQueue::addThread() {
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

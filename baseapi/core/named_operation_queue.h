@@ -5,7 +5,7 @@
 
 #include "baseapi/core/operation.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The processors of the machine that are on line.
 int activeProcessorCount();
@@ -36,4 +36,4 @@ class NamedOperationQueue {
     std::shared_ptr<State> state_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -1,6 +1,6 @@
 #include "baseapi/core/operation.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void Operation::start() {
     if (!spent_.exchange(true)) main();
@@ -10,4 +10,4 @@ void Operation::cancel() {
     spent_.store(true);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 
 #include "baseapi/core/cancelable.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Work for an operation queue, done once.
 class Operation : public Cancelable {
@@ -41,4 +41,4 @@ class BlockOperation final : public Operation {
     std::function<void()> block_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/json/define_codec.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// An array or a map as the store keeps it: JSON text has an object outermost.
@@ -119,4 +119,4 @@ std::optional<std::string> Preferences::getBytes(std::string_view key) {
     return std::move(bytes->bytes);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/json/codec.h"
 #include "baseapi/json/json_value.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What an array in the preferences can hold.
 template <class T>
@@ -135,4 +135,4 @@ class Preferences {
     std::optional<std::string> getBytes(std::string_view key);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

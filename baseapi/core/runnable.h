@@ -1,6 +1,6 @@
 #pragma once
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// An object whose whole job is one operation.
 class Runnable {
@@ -11,4 +11,4 @@ class Runnable {
     virtual void run() = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

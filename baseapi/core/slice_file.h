@@ -5,7 +5,7 @@
 
 #include "baseapi/core/url.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Supplied by the host: hashes a local file and cuts it into the parts of an upload.
 class ISliceFile {
@@ -18,4 +18,4 @@ class ISliceFile {
     virtual std::optional<std::string> calcSha256(const URL& of) = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Guards state that many read and few change: readers run together, a writer runs alone. Blocks run on the
 /// calling thread and must not use the same queue again.
@@ -36,4 +36,4 @@ class StateQueue {
     mutable std::shared_mutex mutex_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

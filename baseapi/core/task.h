@@ -9,7 +9,7 @@
 
 #include "baseapi/core/callback.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A coroutine that gives one value to the coroutine that awaits it. It starts when it is awaited, and goes
 /// on on whatever thread the callback that it waits for comes on.
@@ -109,4 +109,4 @@ CallbackAwaiter<Result, Start> callbackOf(Start start) {
     return CallbackAwaiter<Result, Start>(std::move(start));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include "baseapi/core/named_operation_queue.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Owns the queue "NORMAL_T", which runs the parts of file uploads: its width is the number of parts in
 /// flight.
@@ -14,4 +14,4 @@ class ThreadPoolUtil {
     static NamedOperationQueue& queue();
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cstdint>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Whole seconds since 1970.
 inline std::int64_t secondsSince1970() {
@@ -11,4 +11,4 @@ inline std::int64_t secondsSince1970() {
     return std::chrono::duration_cast<std::chrono::seconds>(now).count();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

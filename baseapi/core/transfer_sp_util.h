@@ -1,8 +1,8 @@
 #pragma once
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Declared for hosts that name it; empty, and used by nothing.
 class TransferSpUtil {};
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <optional>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// The text behind "scheme:", or nothing where the text has another scheme or none.
@@ -87,4 +87,4 @@ std::string URL::pathExtension() const {
     return dot == std::string::npos || dot == 0 ? std::string() : name.substr(dot + 1);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The address of a local file or of something on the network.
 class URL {
@@ -38,4 +38,4 @@ class URL {
     bool isFile_ = false;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

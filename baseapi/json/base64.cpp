@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 namespace {
 
 constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -48,4 +48,4 @@ std::optional<std::string> fromBase64(std::string_view text) {
     return bytes;
 }
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

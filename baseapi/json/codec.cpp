@@ -8,7 +8,7 @@
 #include "baseapi/json/simdjson_setup.h"
 #include "baseapi/json/writer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// One parser a thread, whose memory is used again by the next text.
@@ -111,4 +111,4 @@ std::optional<std::string> writeJSON(const JSONValue& value) {
     return text;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

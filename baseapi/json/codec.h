@@ -8,7 +8,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Why a text did not decode, and where.
 struct DecodingError {
@@ -89,4 +89,4 @@ std::optional<std::string> encode(const T& record) {
     return text;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 
 /// The most characters that a 64-bit integer takes.
 inline constexpr std::size_t longestDecimal = 20;
@@ -64,4 +64,4 @@ inline char* putDecimal(char* at, std::int64_t number) {
     return putDecimal(at + 1, 0 - static_cast<std::uint64_t>(number));
 }
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

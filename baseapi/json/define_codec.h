@@ -23,7 +23,7 @@
 ///
 /// Records inside records follow by themselves.
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace json {
 
 template <class T>
@@ -161,4 +161,4 @@ const RecordCodec& codecOf() {
     return codec;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -1,6 +1,6 @@
 #include "baseapi/json/json_value.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 bool operator==(const JSONValue& left, const JSONValue& right) {
     if (left.value.index() != right.value.index()) return false;
@@ -16,4 +16,4 @@ bool operator==(const JSONValue& left, const JSONValue& right) {
         left.value);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// One value of any JSON type, held as a dynamically typed value.
 ///
@@ -69,4 +69,4 @@ struct GenericCodingKeys {
     const std::string& debugDescription() const { return stringValue; }
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

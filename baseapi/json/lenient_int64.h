@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// An integer that the service sends as a number or as a string of decimal digits. Anything else, a missing
 /// key included, reads as 0; it is written as a number.
@@ -11,4 +11,4 @@ struct LenientInt64 {
     bool operator==(const LenientInt64&) const = default;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <string>
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 namespace {
 
 /// Takes a run of digits from the front.
@@ -92,4 +92,4 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
     return value;
 }
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 
 /// Whether the text is a number by the grammar of JSON.
 bool isNumber(std::string_view text);
@@ -15,4 +15,4 @@ std::optional<std::int64_t> exactInteger(std::string_view number);
 /// The value of a whole text of decimal digits with an optional sign.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

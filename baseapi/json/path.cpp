@@ -1,6 +1,6 @@
 #include "baseapi/json/path.h"
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 namespace {
 
 /// A key, cut between two characters where it is long.
@@ -27,4 +27,4 @@ void prependIndex(std::string& path, std::size_t index) {
     prepend(path, '[' + std::to_string(index) + ']');
 }
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

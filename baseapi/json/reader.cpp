@@ -11,7 +11,7 @@
 #include "baseapi/json/number.h"
 #include "baseapi/json/path.h"
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 namespace {
 
 using simdjson::ondemand::json_type;
@@ -606,4 +606,4 @@ bool Reader::inside(std::size_t index) {
     return false;
 }
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

@@ -13,7 +13,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/schema.h"
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 
 /// Reads one text, in one pass, into a record or a dynamic value. Every function gives false after a failure,
 /// with `error` set; nothing is read after that.
@@ -97,4 +97,4 @@ class Reader {
     std::size_t budget_;
 };
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

@@ -74,7 +74,7 @@
     macro(type, first) __VA_OPT__(BASEAPI_FOR_EACH_AGAIN BASEAPI_PARENS(macro, type, __VA_ARGS__))
 #define BASEAPI_FOR_EACH_AGAIN() BASEAPI_FOR_EACH_STEP
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A struct with a list of fields, as above.
 template <class T>
@@ -101,4 +101,4 @@ constexpr bool operator==(const T& left, const T& right) {
     return equal;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

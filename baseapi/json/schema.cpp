@@ -6,7 +6,7 @@
 #include "baseapi/json/codec.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 json::Key::Key(std::string_view name) : length_(name.size() + 3) {
     if (name.size() > longest) fatalStop("too long a key in a record");
@@ -55,4 +55,4 @@ std::string_view recordName(const RecordCodec& codec) {
     return codec.name;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 struct RecordCodec;
 
@@ -173,4 +173,4 @@ struct RecordCodec {
     mutable std::array<std::atomic<std::uint8_t>, maxFields + 1> followers_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

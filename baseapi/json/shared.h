@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A value that may be absent and that copies of its owner share: `File.copy()` gives a record whose nested
 /// records and arrays are the very same objects. Reads like `std::optional`.
@@ -37,4 +37,4 @@ class Shared {
     std::shared_ptr<T> held_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include <simdjson.h>
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 namespace {
 
 /// Another object of the same kind, or the same one where its kind is not known.
@@ -36,4 +36,4 @@ void setUpSimdjson() {
     }();
 }
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

@@ -1,10 +1,10 @@
 #pragma once
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 
 /// Comes before any use of simdjson. The library picks its code for this processor through static objects,
 /// which are destroyed while transfers may still be under way; this puts one in their place that is never
 /// destroyed.
 void setUpSimdjson();
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 
 /// Collects small pieces before they go to the end of a string, so that a piece costs no more than its bytes.
 /// The string is complete after `flush`.
@@ -63,4 +63,4 @@ class TextBuffer {
     char* at_ = piece_.data();
 };
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

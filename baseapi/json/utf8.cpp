@@ -4,11 +4,11 @@
 
 #include "baseapi/json/simdjson_setup.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 bool isValidUTF8(std::string_view bytes) {
     json::setUpSimdjson();
     return simdjson::validate_utf8(bytes);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/json/path.h"
 #include "baseapi/json/utf8.h"
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 namespace {
 
 template <class T>
@@ -277,4 +277,4 @@ bool Writer::inside(std::size_t index) {
     return false;
 }
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

@@ -11,7 +11,7 @@
 #include "baseapi/json/schema.h"
 #include "baseapi/json/text_buffer.h"
 
-namespace baseapi::json {
+namespace baseapi::inline v1::json {
 
 /// Appends JSON to a text. Every function gives false after a failure, with `error` set; what was appended
 /// until then is worthless.
@@ -53,4 +53,4 @@ class Writer {
     int depth_ = 0;
 };
 
-}  // namespace baseapi::json
+}  // namespace baseapi::inline v1::json

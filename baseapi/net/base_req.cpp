@@ -9,7 +9,7 @@
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int RequestCore::buildParams() {
     fatalStop("baseapi/BaseReq: Subclasses of BaseReq must implement buildParams()");
@@ -77,4 +77,4 @@ void RequestCore::send(HTTPRequest request) {
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

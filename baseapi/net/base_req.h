@@ -14,7 +14,7 @@
 #include "baseapi/net/http_request.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What all requests share, written without the response's type: headers, address, sending, and the words of
 /// every failure. A request serves one call.
@@ -118,4 +118,4 @@ void start(Arguments&&... arguments) {
     std::make_shared<Request>(std::forward<Arguments>(arguments)...)->callRequest();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

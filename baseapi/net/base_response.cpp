@@ -2,8 +2,8 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<BaseResponse>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

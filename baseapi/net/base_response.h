@@ -6,7 +6,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The base of every response record.
 struct BaseResponse {
@@ -20,4 +20,4 @@ struct BaseResponse {
     BASEAPI_FIELDS(BaseResponse, code, msg, httpCode)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -9,7 +9,7 @@
 #include "baseapi/net/url_check.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 std::string joinURL(HTTPRequest& request) {
@@ -119,4 +119,4 @@ void HttpHelper::deliverErrorAnswer(int status, std::string& body, RequestCore& 
     receiver.deliverFailure(-1, "response status code = " + std::to_string(status));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

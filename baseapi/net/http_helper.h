@@ -12,7 +12,7 @@
 #include "baseapi/net/progress_listener.h"
 #include "baseapi/platform/http_transport.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 struct UploadBean;
 
@@ -55,4 +55,4 @@ class HttpHelper {
     HttpTransport& session_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

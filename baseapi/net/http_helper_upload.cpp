@@ -6,7 +6,7 @@
 #include "baseapi/net/upload_bean.h"
 #include "baseapi/net/url_check.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 UploadRequest putRequest(const std::string& url, ByteBuffer data) {
@@ -89,4 +89,4 @@ void HttpHelper::didComplete(std::int64_t identifier, const std::optional<Transp
                                         : BaseResponse{.code = 0, .msg = "success"});
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

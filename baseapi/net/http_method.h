@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 enum class HTTPMethod { get, post, put, delete_, patch };
 
@@ -23,4 +23,4 @@ constexpr std::string_view text(HTTPMethod method) {
     return "";
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 
 #include "baseapi/net/http_method.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A request as the frame hands it to the transport: plain data.
 struct HTTPRequest {
@@ -20,4 +20,4 @@ struct HTTPRequest {
     std::optional<std::string> body;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

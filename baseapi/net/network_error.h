@@ -6,7 +6,7 @@
 #include <utility>
 #include <variant>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The frame's own error, thrown inside the send routine and caught by the frame. Only `invalidURL` is
 /// raised.
@@ -37,4 +37,4 @@ class NetworkError : public std::exception {
     Case value;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

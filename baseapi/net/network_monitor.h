@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/executor.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A name that is kept. Nothing makes one: whether a network can be reached plays no part in sending.
 class NetworkMonitor {
@@ -13,4 +13,4 @@ class NetworkMonitor {
     std::shared_ptr<Executor> queue;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

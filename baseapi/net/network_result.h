@@ -8,7 +8,7 @@
 
 #include "baseapi/core/cases.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Why a call failed. The library's own failures have code -1; a service's failure keeps the service's code
 /// and message.
@@ -50,4 +50,4 @@ struct NetworkResult {
 template <class T>
 using NetworkCallback = std::function<void(NetworkResult<T>)>;
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

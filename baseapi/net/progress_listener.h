@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Receives the progress of one PUT, on a thread of the delegate queue.
 class ProgressListener {
@@ -37,4 +37,4 @@ class ProgressHandler : public ProgressListener {
     Closure progressClosure;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -1,6 +1,6 @@
 #include "baseapi/net/query_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 QueryText& QueryText::add(std::string_view name, std::string_view value) {
     if (!text_.empty()) text_ += '&';
@@ -20,4 +20,4 @@ QueryText& QueryText::addIfNotZero(std::string_view name, std::int64_t value) {
     return value != 0 ? add(name, value) : *this;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Joins the parts of a query with "&", in the order they are given. No value is escaped.
 class QueryText {
@@ -32,4 +32,4 @@ class QueryText {
     std::string text_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

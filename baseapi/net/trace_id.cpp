@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/uuid.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 std::string makeTraceId() {
     constexpr std::string_view front = "000000000000DSDK";
@@ -19,4 +19,4 @@ std::string makeTraceId() {
     return id += back;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/net/base_response.h"
 #include "baseapi/net/progress_listener.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What is kept for one running PUT of a part; each may be absent.
 struct UploadBean {
@@ -20,4 +20,4 @@ struct UploadBean {
     std::optional<std::promise<BaseResponse>> continuation;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

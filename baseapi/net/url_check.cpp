@@ -5,7 +5,7 @@
 #include <boost/url/rfc/unreserved_chars.hpp>
 #include <boost/url/url.hpp>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 std::string escaped(std::string_view text) {
@@ -47,4 +47,4 @@ std::string withQueryItems(std::string_view text, const std::map<std::string, st
     return {url.data(), url.size()};
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

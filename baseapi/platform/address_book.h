@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The labels that an address book itself gives to phones and addresses. A contact may carry any other text.
 inline constexpr std::string_view CNLabelHome = "<home>";
@@ -112,4 +112,4 @@ class AddressBook {
     virtual std::optional<std::string> fullName(const AddressBookContact& contact) noexcept = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

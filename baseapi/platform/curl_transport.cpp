@@ -8,7 +8,7 @@
 #include "baseapi/platform/curl/upload_transfer.h"
 #include "baseapi/platform/thread.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 CurlTransport::CurlTransport(std::shared_ptr<Executor> delegateQueue)
     : CurlTransport(std::move(delegateQueue), Options{}) {}
@@ -46,4 +46,4 @@ std::size_t CurlTransport::running() const {
     return loop_->running();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

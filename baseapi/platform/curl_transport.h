@@ -8,7 +8,7 @@
 #include "baseapi/platform/executor.h"
 #include "baseapi/platform/http_transport.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 class TransferLoop;
 
@@ -48,4 +48,4 @@ class CurlTransport final : public HttpTransport {
     std::thread thread_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

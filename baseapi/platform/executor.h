@@ -2,7 +2,7 @@
 
 #include <functional>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Something that runs jobs on threads of its own.
 class Executor {
@@ -13,4 +13,4 @@ class Executor {
     virtual void post(std::function<void()> job) = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

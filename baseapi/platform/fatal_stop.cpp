@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void fatalStop(std::string_view text) {
     const std::string line = "fatal stop: " + std::string(text) + "\n";
@@ -13,4 +13,4 @@ void fatalStop(std::string_view text) {
     std::abort();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

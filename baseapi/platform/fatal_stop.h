@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Ends the process with `text` on standard error: a value that must not be absent was, which is a
 /// programming error.
@@ -17,4 +17,4 @@ const T& given(const std::optional<T>& value, std::string_view name) {
     return *value;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

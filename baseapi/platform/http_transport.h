@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Why a transfer ended without an answer, or with half of one.
 struct TransportError {
@@ -124,4 +124,4 @@ class HttpTransport {
     virtual std::size_t running() const = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

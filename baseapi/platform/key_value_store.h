@@ -6,7 +6,7 @@
 #include <string_view>
 #include <variant>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A persistent store of small values by key. Calls are safe from any thread and from several processes at
 /// once; what a call has written is there after the process was killed.
@@ -37,4 +37,4 @@ class KeyValueStore {
     virtual void sync() = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Takes the library's log lines. URLs, headers with the token, and bodies are among them.
 class LogSink {
@@ -15,4 +15,4 @@ class LogSink {
     virtual void line(std::span<const std::string_view> pieces) noexcept = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

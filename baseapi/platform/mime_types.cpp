@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 struct WeightedType {
@@ -100,4 +100,4 @@ std::optional<std::string> mimeTypeOfSuffix(std::string_view suffix) {
     return types.find(suffix);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

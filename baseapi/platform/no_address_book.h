@@ -2,7 +2,7 @@
 
 #include "baseapi/platform/address_book.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What stands for the address book of a system that lends none: its permission is not granted.
 class NoAddressBook final : public AddressBook {
@@ -21,4 +21,4 @@ class NoAddressBook final : public AddressBook {
     static constexpr const char* missing = "there is no address book";
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

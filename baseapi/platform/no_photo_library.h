@@ -2,7 +2,7 @@
 
 #include "baseapi/platform/photo_library.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What stands for the photo library of a system that lends none: its permission is not granted.
 class NoPhotoLibrary : public PhotoLibrary {
@@ -25,4 +25,4 @@ class NoPhotoLibrary : public PhotoLibrary {
     }
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,10 +2,10 @@
 
 #include <openssl/crypto.h>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void setUpOpenSsl() {
     [[maybe_unused]] static const int ready = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A picture or a video of the photo library.
 struct PhotoAsset {
@@ -74,4 +74,4 @@ class PhotoLibrary {
                                             std::function<void(ContentEditingAnswer)> answer) = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -15,7 +15,7 @@
 #include "baseapi/platform/standard_output_log.h"
 #include "baseapi/platform/worker_pool.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 std::filesystem::path folderFromEnvironment(const char* name) {
@@ -80,4 +80,4 @@ const Platform& platform() {
     return parts;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

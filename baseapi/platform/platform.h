@@ -13,7 +13,7 @@
 #include "baseapi/platform/photo_library.h"
 #include "baseapi/platform/wait_clock.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What a system lends the library. A host puts its own parts in place with `usePlatform` before its first
 /// call; what it leaves empty gets the default of any Linux machine. The parts are kept until the process
@@ -56,4 +56,4 @@ void usePlatform(Platform parts);
 /// The parts in use, every one of them present. The first call settles them for the life of the process.
 const Platform& platform();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

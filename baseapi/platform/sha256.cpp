@@ -5,7 +5,7 @@
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/openssl_setup.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 Sha256Digest sha256(std::string_view bytes) {
     setUpOpenSsl();
@@ -29,4 +29,4 @@ std::string sha256Hex(std::string_view bytes) {
     return hex;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

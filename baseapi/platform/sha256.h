@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 using Sha256Digest = std::array<std::uint8_t, 32>;
 
@@ -14,4 +14,4 @@ Sha256Digest sha256(std::string_view bytes);
 /// The digest as 64 lower-case hexadecimal digits.
 std::string sha256Hex(std::string_view bytes);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

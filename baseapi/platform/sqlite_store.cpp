@@ -15,7 +15,7 @@
 #include <thread>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// How long another process may keep the file locked.
@@ -329,4 +329,4 @@ void SqliteStore::sync() {
     withDatabase([](Database& database) { database.sync(); });
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

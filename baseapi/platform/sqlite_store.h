@@ -6,7 +6,7 @@
 
 #include "baseapi/platform/key_value_store.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A key-value store in one SQLite file, made on the first use in a folder for its owner alone. Each write is
 /// a transaction of its own. A file that is no sound database any more is put aside under its name with
@@ -37,4 +37,4 @@ class SqliteStore final : public KeyValueStore {
     std::unique_ptr<Database> database_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

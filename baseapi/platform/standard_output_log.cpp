@@ -9,7 +9,7 @@
 #include <array>
 #include <cerrno>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// Keeps a write to a closed pipe from raising SIGPIPE in the thread, whoever it belongs to.
@@ -96,4 +96,4 @@ void StandardOutputLog::line(std::span<const std::string_view> pieces) noexcept 
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

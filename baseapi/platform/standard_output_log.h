@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/log_sink.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Writes each line at once and whole to a file descriptor that stays the caller's, standard output by
 /// default. Where nobody reads any longer, or the disk is full, lines are dropped without a signal.
@@ -20,4 +20,4 @@ class StandardOutputLog final : public LogSink {
     std::mutex mutex_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

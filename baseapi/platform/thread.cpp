@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <exception>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// Blocks this thread's signals while it is there: a thread that is started now inherits that.
@@ -48,4 +48,4 @@ void runJob(const std::function<void()>& job) noexcept {
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

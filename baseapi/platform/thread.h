@@ -4,7 +4,7 @@
 #include <string>
 #include <thread>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A thread of the library: named for debuggers (the first 15 characters of `name`), and no handler of a
 /// host's signal ever runs on it.
@@ -13,4 +13,4 @@ std::thread startThread(const std::string& name, std::function<void()> body);
 /// Runs a job; what it throws goes to standard error and no further.
 void runJob(const std::function<void()>& job) noexcept;
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

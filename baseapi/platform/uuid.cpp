@@ -3,7 +3,7 @@
 #include <boost/uuid/random_generator.hpp>
 #include <boost/uuid/uuid_io.hpp>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 std::string randomUuid() {
     auto text = boost::uuids::to_string(boost::uuids::random_generator_pure()());
@@ -13,4 +13,4 @@ std::string randomUuid() {
     return text;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

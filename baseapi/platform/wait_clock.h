@@ -5,7 +5,7 @@
 #include <functional>
 #include <mutex>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// How a thread waits for another with a limit; a test puts a clock of its own in its place.
 class WaitClock {
@@ -27,4 +27,4 @@ class SteadyWaitClock final : public WaitClock {
     }
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -10,7 +10,7 @@
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/thread.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What the threads share; the last of them to leave ends it.
 class WorkerPool::State : public std::enable_shared_from_this<State> {
@@ -190,4 +190,4 @@ std::shared_ptr<Executor> makeSerialQueue(std::string name) {
     return std::make_shared<WorkerPool>(std::move(name), WorkerPool::Limits{.kept = 1, .most = 1});
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 
 #include "baseapi/platform/executor.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Threads that take jobs in the order in which they were posted. One thread does the work as long as jobs
 /// end soon; where a job has to wait, others join, and they leave again when there is nothing to do. A job
@@ -44,4 +44,4 @@ class WorkerPool final : public Executor {
 /// One thread that runs jobs one after the other.
 std::shared_ptr<Executor> makeSerialQueue(std::string name);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/core/log.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 BackupUploadProcessTask::BackupUploadProcessTask() : UploadProcess(Constants::BACKUP_PARAMS_INVALID) {
     logLine("UploadProcessTask retain self ", timeStamp);
@@ -22,4 +22,4 @@ void BackupUploadProcessTask::requestCreation(FilesCreateBean bean,
                                                              std::move(onCreated));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

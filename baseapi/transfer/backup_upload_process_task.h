@@ -5,7 +5,7 @@
 
 #include "baseapi/transfer/upload_process.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What happens in an upload into a backup record: the same as in any upload.
 using BackupUploadProcessResult = UploadProcessResult;
@@ -25,4 +25,4 @@ class BackupUploadProcessTask final : public UploadProcess {
     void requestCreation(FilesCreateBean bean, NetworkCallback<FilesCreateResponse> onCreated) override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

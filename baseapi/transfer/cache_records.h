@@ -7,7 +7,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // Declared for hosts that keep the state of their transfers. The library neither reads nor writes them; their
 // keys are fixed, misspelled ones too.
@@ -51,4 +51,4 @@ struct DownloadCacheBean {
     BASEAPI_FIELDS(DownloadCacheBean, items, hasComplete, fileId)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

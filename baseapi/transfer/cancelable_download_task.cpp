@@ -5,7 +5,7 @@
 
 #include "baseapi/core/log.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void CancelableDownloadTask::cancel() {
     if (downloadTask) downloadTask->cancel();
@@ -14,4 +14,4 @@ void CancelableDownloadTask::cancel() {
     if (error) logLine("cancel file error = ", error.message());
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/transfer/download_callback.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// An alternative to `ResumableDownloader` that leaves the transfer to its user and brings the cancelling.
 /// The library itself makes none.
@@ -32,4 +32,4 @@ class CancelableDownloadTask final : public Cancelable {
     void cancel() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Told of a download by whoever uses `CancelableDownloadTask`.
 class DownloadCallback {
@@ -15,4 +15,4 @@ class DownloadCallback {
     virtual void onSuccess(std::int64_t code, const std::string& msg) = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/core/cases.h"
 #include "baseapi/core/url.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// How a download ended.
 struct DownloadResult {
@@ -40,4 +40,4 @@ using DownloadProgress = std::function<void(double fraction)>;
 /// Receives the end of a download, on the main queue. What it throws is logged and goes no further.
 using DownloadCompletion = std::function<void(DownloadResult)>;
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include "baseapi/platform/mime_types.h"
 #include "baseapi/transfer/file_type.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 struct SuffixList {
@@ -49,4 +49,4 @@ std::string FileInfoUtil::mimeType(std::string_view forSuffix) {
     return mimeTypeOfSuffix(forSuffix).value_or("application/octet-stream");
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

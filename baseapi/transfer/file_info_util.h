@@ -5,7 +5,7 @@
 
 #include "baseapi/core/url.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What a file's suffix says of it.
 class FileInfoUtil {
@@ -20,4 +20,4 @@ class FileInfoUtil {
     static std::string mimeType(std::string_view forSuffix);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

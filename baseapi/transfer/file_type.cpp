@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 struct Row {
@@ -47,4 +47,4 @@ std::string_view fileTypeCode(FileType type) {
     return rowOf(type).code;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What a file is, as its suffix says.
 enum class FileType { folder, picture, video, word, excel, ppt, audio, archive, application, pdf, other };
@@ -17,4 +17,4 @@ std::optional<FileType> fileTypeOf(std::string_view rawValue);
 /// The code that the service takes, such as "15". `pdf` and `other` share "45".
 std::string_view fileTypeCode(FileType type);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/transfer/download_result.h"
 #include "baseapi/transfer/upload_process_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Moves the content of files. What an operation returns keeps itself alive until it has ended: a caller that
 /// never wants to cancel may drop it at once.
@@ -53,4 +53,4 @@ class ITransfer {
                                                          UploadProcessCallback onCallback) = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

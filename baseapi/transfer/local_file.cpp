@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 LocalFile::LocalFile(const std::filesystem::path& path)
     : path_(path), descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
@@ -44,4 +44,4 @@ void LocalFile::fail() const {
     throw std::system_error(errno, std::generic_category(), path_.string());
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A local file that is read. What fails throws `std::system_error` with the path and the system's words.
 class LocalFile {
@@ -27,4 +27,4 @@ class LocalFile {
     int descriptor_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

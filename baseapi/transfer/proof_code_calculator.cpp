@@ -13,7 +13,7 @@
 #include "baseapi/platform/sha256.h"
 #include "baseapi/transfer/local_file.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr std::int64_t proofLength = 8;
@@ -67,4 +67,4 @@ std::optional<std::string> ProofCodeCalculator::calcProofCode(std::string_view t
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

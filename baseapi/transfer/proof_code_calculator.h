@@ -6,7 +6,7 @@
 
 #include "baseapi/core/url.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 enum class ProofCodeError { hashError, invalidHashLength, fileError };
 
@@ -26,4 +26,4 @@ class ProofCodeCalculator {
     static std::optional<std::string> calcProofCode(std::string_view token, const URL& file);
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -9,7 +9,7 @@
 #include "baseapi/core/main_queue.h"
 #include "baseapi/platform/platform.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace fs = std::filesystem;
 namespace {
 
@@ -179,4 +179,4 @@ void ResumableDownloader::setState(DownloadState state) {
     currentState_ = state;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -13,7 +13,7 @@
 #include "baseapi/transfer/download_result.h"
 #include "baseapi/transfer/temporary_file.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 enum class DownloadState { idle, downloading, paused, failed, completed };
 
@@ -100,4 +100,4 @@ class ResumableDownloader final : public Cancelable,
     AttemptPointer attempt_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<PartInfo>();
 template const RecordCodec& codecOf<Sha256Result>();
@@ -21,4 +21,4 @@ std::vector<MultiPartInfo> multiPartInfos(std::vector<PartInfo> parts) {
     return infos;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

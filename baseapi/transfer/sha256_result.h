@@ -8,7 +8,7 @@
 #include "baseapi/api/records/multi_part_info.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// One part of a file, as an `ISliceFile` cuts it.
 struct PartInfo {
@@ -41,4 +41,4 @@ struct Sha256Result {
 /// The parts as the service takes them: in their order, numbered from 1 by their place.
 std::vector<MultiPartInfo> multiPartInfos(std::vector<PartInfo> parts);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace fs = std::filesystem;
 namespace {
 
@@ -53,4 +53,4 @@ void moveIntoPlace(const fs::path& file, const fs::path& place) {
     check(error, place);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A file in a folder of its own that its owner alone can enter; both are gone with this object. The file
 /// itself has the rights of any new file, so that it can be moved to its last place as it is.
@@ -26,4 +26,4 @@ class TemporaryFile {
 /// at the place.
 void moveIntoPlace(const std::filesystem::path& file, const std::filesystem::path& place);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 #include "baseapi/transfer/resumable_downloader.h"
 #include "baseapi/transfer/upload_process_task.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 std::shared_ptr<Cancelable> startUpload(std::shared_ptr<UploadProcess> task,
@@ -52,4 +52,4 @@ std::shared_ptr<Cancelable> TransferImpl::backupUploadFile(
                        std::move(onCallback));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

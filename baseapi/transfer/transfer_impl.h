@@ -2,7 +2,7 @@
 
 #include "baseapi/transfer/i_transfer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 class TransferImpl final : public ITransfer {
   public:
@@ -20,4 +20,4 @@ class TransferImpl final : public ITransfer {
                                                  UploadProcessCallback onCallback) override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

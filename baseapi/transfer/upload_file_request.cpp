@@ -6,7 +6,7 @@
 #include "baseapi/net/http_helper.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 BaseResponse UploadFileRequest::send() {
     if (method != HTTPMethod::put) return {.code = -1, .msg = "method invalid"};
@@ -18,4 +18,4 @@ BaseResponse UploadFileRequest::send() {
     }
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

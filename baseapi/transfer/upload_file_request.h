@@ -9,7 +9,7 @@
 #include "baseapi/net/progress_listener.h"
 #include "baseapi/platform/http_transport.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The PUT of one part. `bytes` and `hash` must be there when it is sent.
 struct UploadFileRequest {
@@ -24,4 +24,4 @@ struct UploadFileRequest {
     BaseResponse send();
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

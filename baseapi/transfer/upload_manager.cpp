@@ -9,7 +9,7 @@
 #include "baseapi/json/codec.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 std::string UploadManager::ResultData::description() const {
     return "hash " + hash + ", isFinish " + (isFinish ? "true" : "false") + ", state " +
@@ -123,4 +123,4 @@ void UploadManager::setBytesWritten(ResultData& result, std::int64_t bytesWritte
     result.bytesWritten = bytesWritten;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

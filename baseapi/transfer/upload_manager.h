@@ -13,7 +13,7 @@
 #include "baseapi/transfer/upload_result.h"
 #include "baseapi/transfer/upload_task.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Sends the parts of one file, all through one shared queue, adds up their progress and says when the file
 /// is done. A part gets one attempt; one failed part fails the file, and the others still run to their end.
@@ -88,4 +88,4 @@ class UploadManager final : public std::enable_shared_from_this<UploadManager> {
     std::atomic<bool> hasCancel_ = false;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

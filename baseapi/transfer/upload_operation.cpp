@@ -8,7 +8,7 @@
 #include "baseapi/core/main_queue.h"
 #include "baseapi/transfer/i_transfer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 UploadOperation::UploadOperation(std::string cloudPath, URL file, std::string fileId, std::int64_t autoRename,
                                  std::shared_ptr<ISliceFile> sliceFile, UploadProcessCallback onCallback)
@@ -71,4 +71,4 @@ void UploadOperation::end(UploadProcessResult result) {
     semaphore_.release();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

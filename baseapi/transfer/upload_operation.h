@@ -13,7 +13,7 @@
 #include "baseapi/core/url.h"
 #include "baseapi/transfer/upload_process_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// An upload as an operation of a queue: its worker is occupied until the upload has ended, so the width of
 /// the queue limits the files in flight. Made as a shared object.
@@ -46,4 +46,4 @@ class UploadOperation final : public Operation, public std::enable_shared_from_t
     Guarded<std::optional<UploadProcessResult>> finalResult_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

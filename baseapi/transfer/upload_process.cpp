@@ -15,7 +15,7 @@
 #include "baseapi/transfer/local_file.h"
 #include "baseapi/transfer/proof_code_calculator.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// The service must have sent the value.
@@ -261,4 +261,4 @@ void UploadProcess::forward(const UploadProcessResult& event) const {
     invokeCallback(onCallback, event);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

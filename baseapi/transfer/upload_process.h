@@ -19,7 +19,7 @@
 #include "baseapi/transfer/upload_manager.h"
 #include "baseapi/transfer/upload_process_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// One file on its way to the service: hash it, have it created, send its parts, complete it. How it is
 /// created and which code its failures carry is the derived class's.
@@ -94,4 +94,4 @@ class UploadProcess : public Cancelable, public Runnable, public std::enable_sha
     std::shared_ptr<UploadProcess> retainSelf_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

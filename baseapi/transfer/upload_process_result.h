@@ -9,7 +9,7 @@
 #include "baseapi/api/files/records.h"
 #include "baseapi/core/cases.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What happens in an upload.
 ///
@@ -59,4 +59,4 @@ struct UploadProcessResult {
 /// started the upload, the main queue, the delegate queue. What it throws is logged and goes no further.
 using UploadProcessCallback = std::function<void(UploadProcessResult)>;
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

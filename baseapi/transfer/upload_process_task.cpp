@@ -6,7 +6,7 @@
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/core/constants.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 UploadProcessTask::UploadProcessTask() : UploadProcess(Constants::BACKUP_FILE_UPLOAD_PARTIALLY_FAILED) {}
 
@@ -15,4 +15,4 @@ void UploadProcessTask::requestCreation(FilesCreateBean bean,
     CloudInstance::shared().getFileImpl().filesCreate(std::move(bean), std::move(onCreated));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

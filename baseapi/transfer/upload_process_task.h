@@ -2,7 +2,7 @@
 
 #include "baseapi/transfer/upload_process.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The upload of one file into a folder; its failures carry the code 100016.
 class UploadProcessTask final : public UploadProcess {
@@ -13,4 +13,4 @@ class UploadProcessTask final : public UploadProcess {
     void requestCreation(FilesCreateBean bean, NetworkCallback<FilesCreateResponse> onCreated) override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/core/cases.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What one part reports. `hash` is the part's sub-hash.
 struct UploadResult {
@@ -36,4 +36,4 @@ struct UploadResult {
     }
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/transfer/local_file.h"
 #include "baseapi/transfer/upload_file_request.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 LocalFile openAssumed(const URL& file) try {
@@ -105,4 +105,4 @@ void UploadTask::report(UploadResult result) const {
     if (onCallback) onCallback(std::move(result));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

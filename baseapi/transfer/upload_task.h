@@ -15,7 +15,7 @@
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/transfer/upload_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// One part of an upload: reads its bytes and sends them, once.
 class UploadTask final : public Cancelable, public std::enable_shared_from_this<UploadTask> {
@@ -57,4 +57,4 @@ class UploadTask final : public Cancelable, public std::enable_shared_from_this<
     void report(UploadResult result) const;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,6 +11,7 @@
 
 #include "tests/cli/quillbox_process.h"
 #include "tests/quillboxd/http_client.h"
+#include "tests/support/file_content.h"
 #include "tests/support/quillboxd_process.h"
 #include "tests/support/temporary_folder.h"
 
@@ -79,10 +80,7 @@ class CloudTest : public testing::Test {
         std::ofstream(file, std::ios::binary) << content;
         return file;
     }
-    static std::string contentOf(const std::filesystem::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
+    static std::string contentOf(const std::filesystem::path& file) { return test_support::contentOf(file); }
     /// The id of the item of this name in the root folder, or in the folder of this id.
     std::string idOf(const std::string& name, const std::string& folder = {}) const {
         const auto listed = folder.empty() ? json({"ls"}) : json({"ls", folder});

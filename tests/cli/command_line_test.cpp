@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "tests/cli/quillbox_process.h"
+#include "tests/support/file_content.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/temporary_folder.h"
 
@@ -140,8 +141,7 @@ TEST_F(CommandLineTest, LogLinesGoWhereTheyAreWanted) {
         call({"call", "getAccessFiles", "--host", server_.url(), "--token", "secret-token", "--log", log})
             .status,
         0);
-    std::ifstream stream(log);
-    const std::string content(std::istreambuf_iterator<char>(stream), {});
+    const auto content = test_support::contentOf(log);
     EXPECT_THAT(content, HasSubstr("Request url = " + server_.url() + "/quillbox/ose/v1/access\n"));
     EXPECT_THAT(content, HasSubstr("Request head = Authorization : secret-token\n"));
     const auto beside = call({"call", "getAccessFiles", "--host", server_.url(), "--log", "-"});

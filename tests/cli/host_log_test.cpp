@@ -5,11 +5,11 @@
 
 #include <array>
 #include <fstream>
-#include <iterator>
 #include <thread>
 #include <vector>
 
 #include "cli/problems.h"
+#include "tests/support/file_content.h"
 #include "tests/support/temporary_folder.h"
 
 namespace quillbox {
@@ -21,10 +21,7 @@ class HostLogTest : public testing::Test {
         const std::array<std::string_view, 2> pieces{first, second};
         log.line(pieces);
     }
-    std::string content() const {
-        std::ifstream stream(file_, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
+    std::string content() const { return test_support::contentOf(file_); }
     mode_t mode() const {
         struct stat status {};
         ::stat(file_.c_str(), &status);

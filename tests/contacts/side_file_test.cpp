@@ -6,6 +6,7 @@
 #include <iterator>
 #include <system_error>
 
+#include "tests/support/file_content.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -15,10 +16,7 @@ namespace fs = std::filesystem;
 
 class SideFileTest : public testing::Test {
   protected:
-    std::string content() const {
-        std::ifstream file(place_, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string content() const { return test_support::contentOf(place_); }
     std::size_t files() const {
         return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_.path()), {}));
     }

@@ -17,7 +17,7 @@ using baseapi::AddressBookContact;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::string card(const std::string& lines) {
+std::string cardOf(const std::string& lines) {
     return "BEGIN:VCARD\r\n" + lines + "\r\nEND:VCARD\r\n";
 }
 
@@ -40,7 +40,7 @@ class VCardFileTest : public testing::Test {
 };
 
 TEST_F(VCardFileTest, GivesTheContactsInOrder) {
-    const auto contacts = parsed(card("FN:Ann") + card("FN:李雷"));
+    const auto contacts = parsed(cardOf("FN:Ann") + cardOf("FN:李雷"));
     ASSERT_THAT(contacts, SizeIs(2));
     EXPECT_EQ(contacts[0].givenName, "Ann");
     EXPECT_EQ(contacts[1].givenName, "李雷");
@@ -53,7 +53,7 @@ TEST_F(VCardFileTest, AnEmptyFileHasNone) {
 TEST_F(VCardFileTest, AFileOfManyPiecesGivesWhatItsTextGives) {
     std::string text = "before the first card\r\n";
     for (int index = 0; index < 20'000; ++index)
-        text += card("N:李;雷" + std::to_string(index) + ";;;\r\nTEL;TYPE=CELL:" + std::to_string(index));
+        text += cardOf("N:李;雷" + std::to_string(index) + ";;;\r\nTEL;TYPE=CELL:" + std::to_string(index));
     text += "BEGIN:VCARD\r\nFN:without an end\r\n";
     const auto contacts = parsed(text);
     EXPECT_THAT(contacts, SizeIs(20'000));
@@ -61,7 +61,7 @@ TEST_F(VCardFileTest, AFileOfManyPiecesGivesWhatItsTextGives) {
 }
 
 TEST_F(VCardFileTest, APieceMayEndAnywhereInACard) {
-    const auto cards = card("N:李;雷;;;\r\nTEL;TYPE=CELL:1") + card("FN:Ünal\nNOTE:\xe2\x80\xa8one");
+    const auto cards = cardOf("N:李;雷;;;\r\nTEL;TYPE=CELL:1") + cardOf("FN:Ünal\nNOTE:\xe2\x80\xa8one");
     constexpr std::size_t piece = 256 << 10;
     for (std::size_t shift = 0; shift <= cards.size(); ++shift) {
         const auto text = std::string(piece - shift, 'x') + cards;
@@ -71,7 +71,8 @@ TEST_F(VCardFileTest, APieceMayEndAnywhereInACard) {
 
 TEST_F(VCardFileTest, ACardMayBeLongerThanAnyPiece) {
     const std::string picture(3 << 20, 'A');
-    const auto contacts = parsed(card("FN:Ann\r\nPHOTO:" + picture + "\r\nNOTE:" + picture) + card("FN:Bob"));
+    const auto contacts =
+        parsed(cardOf("FN:Ann\r\nPHOTO:" + picture + "\r\nNOTE:" + picture) + cardOf("FN:Bob"));
     ASSERT_THAT(contacts, SizeIs(2));
     EXPECT_EQ(contacts[0].givenName, "Ann");
     EXPECT_EQ(contacts[0].note, picture);
@@ -80,7 +81,7 @@ TEST_F(VCardFileTest, ACardMayBeLongerThanAnyPiece) {
 
 TEST_F(VCardFileTest, AFileOfManyPiecesThatIsNoUTF8AtItsEndIsRefused) {
     std::string text;
-    while (text.size() < 1 << 20) text += card("FN:Ann");
+    while (text.size() < 1 << 20) text += cardOf("FN:Ann");
     EXPECT_THROW(parsed(text + "\xff"), std::runtime_error);
 }
 

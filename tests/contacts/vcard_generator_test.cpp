@@ -5,11 +5,11 @@
 
 #include <fstream>
 #include <future>
-#include <iterator>
 #include <latch>
 
 #include "baseapi/core/main_queue.h"
 #include "tests/support/event.h"
+#include "tests/support/file_content.h"
 #include "tests/support/test_platform.h"
 
 namespace {
@@ -17,12 +17,8 @@ namespace {
 using baseapi::ContactBean;
 using baseapi::VCardGenerator;
 using baseapi::VcfFileResult;
+using test_support::contentOf;
 namespace fs = std::filesystem;
-
-std::string contentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class VCardGeneratorTest : public testing::Test {
   protected:

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "tests/support/address_book_contract.h"
+#include "tests/support/file_content.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root_rights.h"
 
@@ -30,6 +31,7 @@ namespace {
 
 using baseapi::SharedContact;
 using hostkit::VcfAddressBook;
+using test_support::contentOf;
 using testing::ElementsAre;
 namespace fs = std::filesystem;
 
@@ -42,10 +44,6 @@ class VcfAddressBookTest : public testing::Test {
     fs::path write(const std::string& name, std::string_view content) const {
         std::ofstream(folder_ / name, std::ios::binary) << content;
         return folder_ / name;
-    }
-    static std::string contentOf(const fs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
     std::vector<SharedContact> contacts() {
         std::vector<SharedContact> all;

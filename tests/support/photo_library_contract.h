@@ -4,15 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fstream>
 #include <future>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "baseapi/platform/photo_library.h"
+#include "tests/support/file_content.h"
 
 namespace test_support {
 
@@ -69,9 +68,7 @@ class PhotoLibraryContract : public testing::Test {
             [&](auto answer) { libraries_.library().requestContentEditingInput(asset, {}, answer); });
     }
     static std::string contentOf(const Optional& path) {
-        if (!path) return "no file";
-        std::ifstream file(*path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        return path ? test_support::contentOf(*path) : "no file";
     }
 
     Libraries libraries_;

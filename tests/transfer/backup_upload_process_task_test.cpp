@@ -10,7 +10,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr const char* failed = "onFailure 100001 file invaild";
+constexpr const char* backupFailed = "onFailure 100001 file invaild";
 constexpr const char* createInRecord = "POST /quillbox/ose/v1/backup/record/record-1/file";
 
 class BackupUploadProcessTaskTest : public UploadTest {
@@ -49,7 +49,7 @@ TEST_F(BackupUploadProcessTaskTest, EndsAfterTheCreateStepWhereTheServiceHasTheC
 TEST_F(BackupUploadProcessTaskTest, FailsWithACodeOfItsOwn) {
     on(createInRecord, 200, R"({"code":7,"msg":"no lock"})");
     upload(fileOf("abc"));
-    EXPECT_EQ(events_.waitForLast(), failed);
+    EXPECT_EQ(events_.waitForLast(), backupFailed);
     EXPECT_TRUE(logged("file create failed:no lock"));
 }
 
@@ -62,14 +62,14 @@ TEST_F(BackupUploadProcessTaskTest, FailsWhereItIsCancelledBeforeItsPartsGoUp) {
     const auto task = upload(fileOf("abc"));
     task->cancel();
     cancelled.set();
-    EXPECT_EQ(events_.waitForLast(), failed);
+    EXPECT_EQ(events_.waitForLast(), backupFailed);
     EXPECT_TRUE(logged("uploadProcessTask cancel"));
     EXPECT_TRUE(logged("file hasCancel"));
 }
 
 TEST_F(BackupUploadProcessTaskTest, FailsAtOnceForWhatIsNoFile) {
     upload(URL("https://example.org/a"));
-    EXPECT_EQ(events_.waitForLast(), failed);
+    EXPECT_EQ(events_.waitForLast(), backupFailed);
     EXPECT_THAT(calls(), IsEmpty());
 }
 
@@ -94,7 +94,7 @@ TEST_F(BackupUploadProcessTaskTest, RefusesAFileWithoutARecord) {
     task->lockId = "lock-1";
     task->onCallback = events_.callback();
     task->run();
-    EXPECT_EQ(events_.waitForLast(), failed);
+    EXPECT_EQ(events_.waitForLast(), backupFailed);
     EXPECT_THAT(calls(), IsEmpty());
     EXPECT_TRUE(logged("filesCreateRequest failure code = -1, msg = params build faild"));
 }

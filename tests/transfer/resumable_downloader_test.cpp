@@ -6,11 +6,11 @@
 
 #include <cmath>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <thread>
 
 #include "tests/support/event.h"
+#include "tests/support/file_content.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_platform.h"
@@ -20,6 +20,7 @@ namespace baseapi {
 namespace fs = std::filesystem;
 namespace {
 
+using test_support::contentOf;
 using test_support::Event;
 using test_support::Exchange;
 using test_support::ScriptedServer;
@@ -27,12 +28,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
-
-std::string contentOf(const fs::path& path) {
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
-}
 
 /// Keeps what a download delivers, as texts.
 class Deliveries {

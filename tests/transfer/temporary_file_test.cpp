@@ -4,23 +4,19 @@
 #include <sys/stat.h>
 
 #include <fstream>
-#include <sstream>
 #include <system_error>
 
+#include "tests/support/file_content.h"
 #include "tests/support/temporary_folder.h"
 
 namespace baseapi {
 namespace fs = std::filesystem;
 namespace {
 
+using test_support::contentOf;
+
 void write(const fs::path& path, const std::string& content) {
     std::ofstream(path) << content;
-}
-
-std::string contentOf(const fs::path& path) {
-    std::ostringstream content;
-    content << std::ifstream(path).rdbuf();
-    return content.str();
 }
 
 TEST(TemporaryFile, LiesInAFolderThatOnlyItsOwnerCanEnter) {

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/album/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class AlbumImpl : public IAlbum {
@@ -42,4 +42,4 @@ std::unique_ptr<IAlbum> makeAlbumImpl() {
     return std::make_unique<AlbumImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Albums of the cloud: named sets of files, possibly tied to a scope of folders, and their content.
 /// Reached through `CloudInstance::shared().getAlbumImpl()`; callable from any thread. Requests, callbacks
@@ -47,4 +47,4 @@ class IAlbum {
                        albumContentAdd, albumContentDelete)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<CreateAlbumReq>();
 template const RecordCodec& codecOf<CreateAlbumResp>();
@@ -21,4 +21,4 @@ template const RecordCodec& codecOf<BatchAddContent2AlbumReqEx>();
 template const RecordCodec& codecOf<DeleteAlbumContentReq>();
 template const RecordCodec& codecOf<DeleteAlbumContent>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- albums
 
@@ -197,4 +197,4 @@ struct DeleteAlbumContent {
     BASEAPI_FIELDS(DeleteAlbumContent, ids)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

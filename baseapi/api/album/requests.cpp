@@ -2,7 +2,7 @@
 
 #include "baseapi/net/query_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int CreateAlbumRequest::buildParams() {
     if (!bean) return refused;
@@ -57,4 +57,4 @@ int BatchDeleteAlbumsRequest::buildParams() {
     return setBody(*bean->req);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

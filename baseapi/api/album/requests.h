@@ -3,7 +3,7 @@
 #include "baseapi/api/album/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IAlbum`, in its order: what a request is made of, and nothing else.
 
@@ -49,4 +49,4 @@ class BatchDeleteAlbumsRequest : public BeanReq<DeleteAlbumContentReq, BaseRespo
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/backup/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class BackupImpl : public IBackUp {
@@ -93,4 +93,4 @@ std::unique_ptr<IBackUp> makeBackupImpl() {
     return std::make_unique<BackupImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

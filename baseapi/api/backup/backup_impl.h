@@ -4,9 +4,9 @@
 
 #include "baseapi/api/backup/i_back_up.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The implementation over the service's REST calls; it has no state.
 std::unique_ptr<IBackUp> makeBackupImpl();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The store of phone backups: devices, their scopes and configuration, and the records of their modules
 /// ("100" directories, "101" album, "102" contacts). Reached through
@@ -118,4 +118,4 @@ class IBackUp {
                        getConfigInfo, addConfigInfo, updateConfigInfo)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

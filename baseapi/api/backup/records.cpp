@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<BaseDeviceBean>();
 template const RecordCodec& codecOf<DeviceBean>();
@@ -43,4 +43,4 @@ template const RecordCodec& codecOf<ConfigInfosResponse>();
 template const RecordCodec& codecOf<AddConfigInfosResponse>();
 template const RecordCodec& codecOf<UpdateConfigInfosResponse>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

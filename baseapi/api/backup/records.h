@@ -10,7 +10,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- devices
 
@@ -352,4 +352,4 @@ struct UpdateConfigInfosResponse : BaseResponse {
     BASEAPI_FIELDS_OF(UpdateConfigInfosResponse, BaseResponse, data)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/net/query_text.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr const char* lockHeader = "x-backup-lock-id";
@@ -165,4 +165,4 @@ int UpdateConfigInfoRequest::buildParams() {
     return setBody(*bean);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/api/backup/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IBackUp`, in its order: what a request is made of, and nothing else.
 
@@ -160,4 +160,4 @@ class UpdateConfigInfoRequest : public BeanReq<UpdateConfigInfoBean, UpdateConfi
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/carrier/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class CarrierImpl : public ICarrier {
@@ -30,4 +30,4 @@ std::unique_ptr<ICarrier> makeCarrierImpl() {
     return std::make_unique<CarrierImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Storage packages that a telephone carrier sells: what is on offer, what the user has ordered, operations
 /// taken back in batches, and the notice of a package that runs out. Reached through
@@ -35,4 +35,4 @@ class ICarrier {
                        notifyPackageExpire)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

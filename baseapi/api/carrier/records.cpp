@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<DrivePackageInfo>();
 template const RecordCodec& codecOf<GetstandPackagesResponse>();
@@ -19,4 +19,4 @@ template const RecordCodec& codecOf<BatchOperationInfo>();
 template const RecordCodec& codecOf<BatchOperationResultResp>();
 template const RecordCodec& codecOf<NotifyPackageExpireReq>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

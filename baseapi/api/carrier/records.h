@@ -9,7 +9,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- packages and orders
 
@@ -178,4 +178,4 @@ struct NotifyPackageExpireReq {
     BASEAPI_FIELDS(NotifyPackageExpireReq, carrierUserId, type, packageId)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -1,6 +1,6 @@
 #include "baseapi/api/carrier/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int StandPackageRequest::buildParams() {
     setAddress("/quillbox/ose/v1/carrier/standard/packages");
@@ -24,4 +24,4 @@ int NotifyPackageExpireRequest::buildParams() {
     return setBody(*bean);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/api/carrier/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `ICarrier`, in its order: what a request is made of, and nothing else.
 
@@ -31,4 +31,4 @@ class NotifyPackageExpireRequest : public BeanReq<NotifyPackageExpireReq, BaseRe
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/favor/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class FavorImpl : public IFavor {
@@ -24,4 +24,4 @@ std::unique_ptr<IFavor> makeFavorImpl() {
     return std::make_unique<FavorImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The files that the user has starred. Reached through `CloudInstance::shared().getFavorImpl()`; callable
 /// from any thread. Requests, callbacks and refusals are as `IFile` says.
@@ -26,4 +26,4 @@ class IFavor {
     BASEAPI_OPERATIONS(IFavor, getStarFiles, getStarBatch)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

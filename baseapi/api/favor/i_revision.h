@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The revisions of a file. Reached through `CloudInstance::shared().getRevisionImpl()`; callable from any
 /// thread. Requests, callbacks and refusals are as `IFile` says.
@@ -21,4 +21,4 @@ class IRevision {
     BASEAPI_OPERATIONS(IRevision, updateRevision)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

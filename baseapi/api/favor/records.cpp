@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<GetStarFilesBean>();
 template const RecordCodec& codecOf<StarFileInfo>();
@@ -13,4 +13,4 @@ template const RecordCodec& codecOf<SubResponse>();
 template const RecordCodec& codecOf<GetStarBatchResponse>();
 template const RecordCodec& codecOf<UpdateRevisionBean>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -16,7 +16,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- listing the starred files
 
@@ -146,4 +146,4 @@ struct UpdateRevisionBean {
     BASEAPI_FIELDS(UpdateRevisionBean, containerId, fileId, revisionId, keepForever)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include "baseapi/net/query_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int GetStarFilesRequest::buildParams() {
     if (!bean) return refused;
@@ -27,4 +27,4 @@ int UpdateRevisionRequest::buildParams() {
     return setBody(*bean);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/api/favor/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IFavor` and `IRevision`, in their order: what a request is made of, and
 // nothing else.
@@ -26,4 +26,4 @@ class UpdateRevisionRequest : public BeanReq<UpdateRevisionBean, BaseResponse> {
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

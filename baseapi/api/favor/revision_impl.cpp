@@ -4,7 +4,7 @@
 
 #include "baseapi/api/favor/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class RevisionImpl : public IRevision {
@@ -20,4 +20,4 @@ std::unique_ptr<IRevision> makeRevisionImpl() {
     return std::make_unique<RevisionImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,9 +4,9 @@
 
 #include "baseapi/api/favor/i_revision.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The implementation over the service's REST calls; it has no state.
 std::unique_ptr<IRevision> makeRevisionImpl();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/files/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class FileImpl : public IFile {
@@ -67,4 +67,4 @@ std::unique_ptr<IFile> makeFileImpl() {
     return std::make_unique<FileImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The file tree of the service: create, list, search, rename, path and statistics, and the service's side of
 /// an upload. Reached through `CloudInstance::shared().getFileImpl()`; callable from any thread.
@@ -78,4 +78,4 @@ class IFile {
                        getUploadUrl, getFilePreviewUrl)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

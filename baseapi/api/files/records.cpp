@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<GetAccessFilesBean>();
 template const RecordCodec& codecOf<AccessiFileInfo>();
@@ -32,4 +32,4 @@ template const RecordCodec& codecOf<GetUploadUrlResponse>();
 template const RecordCodec& codecOf<GetFilePreviewUrlBean>();
 template const RecordCodec& codecOf<FileRreviewAndEditLinkResponse>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

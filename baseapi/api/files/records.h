@@ -19,7 +19,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What `getAccessFiles` takes.
 struct GetAccessFilesBean {
@@ -315,4 +315,4 @@ struct FileRreviewAndEditLinkResponse : BaseResponse {
     BASEAPI_FIELDS_OF(FileRreviewAndEditLinkResponse, BaseResponse, link)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/net/query_text.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int GetAccessReq::buildParams() {
     QueryText query;
@@ -90,4 +90,4 @@ int GetFilePreviewUrlRequest::buildParams() {
     return built;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

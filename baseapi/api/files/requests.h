@@ -3,7 +3,7 @@
 #include "baseapi/api/files/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IFile`, in its order: what a request is made of, and nothing else.
 
@@ -85,4 +85,4 @@ class GetFilePreviewUrlRequest : public BeanReq<GetFilePreviewUrlBean, FileRrevi
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Jobs that the service runs over files, uncompressing among them: made with a list of files, then watched
 /// or cancelled by their ids. Reached through `CloudInstance::shared().getJobImpl()`; callable from any
@@ -33,4 +33,4 @@ class IJob {
     BASEAPI_OPERATIONS(IJob, cancelJobs, createJobs, getJobDetailById, getJobs)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/job/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class JobImpl : public IJob {
@@ -31,4 +31,4 @@ std::unique_ptr<IJob> makeJobImpl() {
     return std::make_unique<JobImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

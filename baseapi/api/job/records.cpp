@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<FileInfo>();
 template const RecordCodec& codecOf<CreateTaskInfoReq>();
@@ -22,4 +22,4 @@ template const RecordCodec& codecOf<GetJobsResponse>();
 template const RecordCodec& codecOf<ShareJobInfo>();
 template const RecordCodec& codecOf<ShareTaskInfo>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -10,7 +10,7 @@
 #include "baseapi/json/shared.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- making and cancelling
 
@@ -225,4 +225,4 @@ struct ShareTaskInfo {
     BASEAPI_FIELDS(ShareTaskInfo, fileId, status, newFileId, srcContainerId)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

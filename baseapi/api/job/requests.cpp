@@ -2,7 +2,7 @@
 
 #include "baseapi/net/query_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int CancelJobsRequest::buildParams() {
     if (!bean || !bean->jobId) return refused;
@@ -33,4 +33,4 @@ int GetJobsRequest::buildParams() {
     return built;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/api/job/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IJob`, in its order: what a request is made of, and nothing else.
 
@@ -31,4 +31,4 @@ class GetJobsRequest : public BeanReq<GetJobsBean, GetJobsResponse> {
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

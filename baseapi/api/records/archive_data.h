@@ -7,7 +7,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A file inside an archive.
 struct UncompressedFileinfoList {
@@ -33,4 +33,4 @@ struct ArchiveData {
     BASEAPI_FIELDS(ArchiveData, uncompressedFileList, taskKey, taskValue, taskId, progress)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

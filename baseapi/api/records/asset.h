@@ -10,7 +10,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What an attachment consists of.
 struct Asset {
@@ -56,4 +56,4 @@ struct AssetMetadata {
                    resource, attributes)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What attachments of all shapes have.
 struct BaseAttachment {
@@ -51,4 +51,4 @@ struct AttachmentMetadata {
     BASEAPI_FIELDS(AttachmentMetadata, usage, hash, sha256, asset)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

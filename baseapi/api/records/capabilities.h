@@ -4,7 +4,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What the user may do with a file; each may be absent.
 struct UserCapabilities {
@@ -56,4 +56,4 @@ struct CapabilitiesEx : Capabilities {
                       readHistoryVersionPermission, recyclePermission, unrecyclePermission)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

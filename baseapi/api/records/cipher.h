@@ -7,7 +7,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// An encrypted key.
 struct Keychain {
@@ -30,4 +30,4 @@ struct Cipher {
     BASEAPI_FIELDS(Cipher, algorithm, hfek, iv, dataType, keychains)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A link to a file's content or to what was made from it, as `usage` says.
 struct DownloadLink {
@@ -17,4 +17,4 @@ struct DownloadLink {
     BASEAPI_FIELDS(DownloadLink, usage, downloadLink, version)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

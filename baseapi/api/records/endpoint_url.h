@@ -6,7 +6,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A signed address with all that a request to it needs.
 struct EndpointURL {
@@ -27,4 +27,4 @@ struct EndpointURLMetadata {
     BASEAPI_FIELDS(EndpointURLMetadata, url, method)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -14,7 +14,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/json/shared.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A file as the synchronisation of folders tells it. Times are texts as the service sends them.
 struct File {
@@ -84,4 +84,4 @@ struct File {
                    downloadLinks, localPath, sortName, userProperties, creatingUser)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

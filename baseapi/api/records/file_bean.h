@@ -13,7 +13,7 @@
 #include "baseapi/api/records/user.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What lists and search results have in common. The key "size" is read by the records below alone, each in
 /// its own type.
@@ -79,4 +79,4 @@ struct FileBean : BaseFileBean {
                       userProperties)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

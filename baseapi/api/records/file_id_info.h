@@ -5,7 +5,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A file by its id and container.
 struct FileIdInfo {
@@ -15,4 +15,4 @@ struct FileIdInfo {
     BASEAPI_FIELDS(FileIdInfo, fileId, containerId)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -9,7 +9,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A file to be created; what `filesCreate` takes, and a backup record with a key more.
 struct FilesCreateBean {
@@ -56,4 +56,4 @@ struct FilesCreateResponse : BaseResponse {
                       parentFolder, exist, multiParts, matchedPreHash)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What a search looks for.
 struct Filter {
@@ -19,4 +19,4 @@ struct Filter {
     BASEAPI_FIELDS(Filter, keyWord, containerId, parentFolder, fileType, updateTimeRange, ownerId)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

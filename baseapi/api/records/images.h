@@ -6,7 +6,7 @@
 #include "baseapi/api/records/endpoint_url.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A picture made from a file, such as a thumbnail.
 struct Images {
@@ -16,4 +16,4 @@ struct Images {
     BASEAPI_FIELDS(Images, process, downloadUrl)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

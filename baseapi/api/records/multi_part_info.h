@@ -7,7 +7,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// One part of an upload.
 struct MultiPartInfo {
@@ -38,4 +38,4 @@ struct FilePartInfo {
     BASEAPI_FIELDS(FilePartInfo, partNumber, partSize, partOffset, hashCtx)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

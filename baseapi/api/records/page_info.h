@@ -7,7 +7,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Which page of a list is asked for.
 struct PageInfo {
@@ -28,4 +28,4 @@ struct PageInfo {
     BASEAPI_FIELDS(PageInfo, pageSize, pageCursor)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

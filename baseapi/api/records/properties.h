@@ -7,7 +7,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A file's properties that only its user sees.
 struct PrivateProperties {
@@ -33,4 +33,4 @@ struct Properties {
     BASEAPI_FIELDS(Properties, localCreatedAt, localUpdatedAt, auditResult)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -20,7 +20,7 @@
 #include "baseapi/api/records/user.h"
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<User>();
 template const RecordCodec& codecOf<UserBean>();
@@ -65,4 +65,4 @@ template const RecordCodec& codecOf<FileIdInfo>();
 template const RecordCodec& codecOf<UncompressedFileinfoList>();
 template const RecordCodec& codecOf<ArchiveData>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

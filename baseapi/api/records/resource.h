@@ -9,7 +9,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The stored content of an asset.
 struct Resource {
@@ -49,4 +49,4 @@ struct ResourceMetadata {
     BASEAPI_FIELDS(ResourceMetadata, id, length, sha256, object)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

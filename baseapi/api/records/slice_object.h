@@ -11,7 +11,7 @@
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A stretch of stored bytes.
 struct SliceObject {
@@ -54,4 +54,4 @@ struct SliceObjectMetadata {
     BASEAPI_FIELDS(SliceObjectMetadata, id, start, downloadUrl, images)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The order of a list.
 struct FileSortInfo {
@@ -24,4 +24,4 @@ struct SortInfo {
     BASEAPI_FIELDS(SortInfo, sortType, sortDirection)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -5,7 +5,7 @@
 
 #include "baseapi/json/record.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A user as files name their owners, editors and sharers.
 struct User {
@@ -25,4 +25,4 @@ struct UserBean {
     BASEAPI_FIELDS(UserBean, userId)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

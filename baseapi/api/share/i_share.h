@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Links that expose files to anybody, or to chosen departments, groups and users, with permissions, an
 /// optional extract code and an expiry. Reached through `CloudInstance::shared().getShareImpl()`; callable
@@ -46,4 +46,4 @@ class IShare {
                        getShareFiles)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

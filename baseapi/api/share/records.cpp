@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<SharePermission>();
 template const RecordCodec& codecOf<DeptInfo>();
@@ -33,4 +33,4 @@ template const RecordCodec& codecOf<ModifyShareDetailResponse>();
 template const RecordCodec& codecOf<GetShareFilesBean>();
 template const RecordCodec& codecOf<GetShareFilesResponse>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

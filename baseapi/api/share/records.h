@@ -12,7 +12,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- parts of a link
 
@@ -372,4 +372,4 @@ struct GetShareFilesResponse : BaseResponse {
     BASEAPI_FIELDS_OF(GetShareFilesResponse, BaseResponse, nextCursor, files, link)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/net/query_text.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int GetShareRequest::buildParams() {
     if (!bean) return refused;
@@ -46,4 +46,4 @@ int GetShareFilesRequest::buildParams() {
     return setBody(*bean);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

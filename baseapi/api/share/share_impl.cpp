@@ -4,7 +4,7 @@
 
 #include "baseapi/api/share/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class ShareImpl : public IShare {
@@ -39,4 +39,4 @@ std::unique_ptr<IShare> makeShareImpl() {
     return std::make_unique<ShareImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Share folders: shared spaces with an owner, a container, a limit of members and albums of their own.
 /// Reached through `CloudInstance::shared().getShareFolderImpl()`; callable from any thread. Requests and
@@ -45,4 +45,4 @@ class IShareFolder {
                        shareFolderDetail, shareFolderList, shareFolderAlbumList)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<CreateShareFolderReq>();
 template const RecordCodec& codecOf<CreateShareFolderInfo>();
@@ -19,4 +19,4 @@ template const RecordCodec& codecOf<GetShareFolderAlbumListReq>();
 template const RecordCodec& codecOf<ShareFolderAlbum>();
 template const RecordCodec& codecOf<ShareFolderAlbumPageResp>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// What `shareFolderCreate` takes.
 struct CreateShareFolderReq {
@@ -155,4 +155,4 @@ struct ShareFolderAlbumPageResp : BaseResponse {
     BASEAPI_FIELDS_OF(ShareFolderAlbumPageResp, BaseResponse, total, folders)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

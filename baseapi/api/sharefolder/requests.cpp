@@ -2,7 +2,7 @@
 
 #include "baseapi/net/query_text.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // An absent record is not refused here: nothing is set, and the request goes out as it is.
 
@@ -49,4 +49,4 @@ int GetShareFolderAlbumListRequest::buildParams() {
     return built;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

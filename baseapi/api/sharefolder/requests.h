@@ -3,7 +3,7 @@
 #include "baseapi/api/sharefolder/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IShareFolder`, in its order: what a request is made of, and nothing else.
 
@@ -43,4 +43,4 @@ class GetShareFolderAlbumListRequest : public BeanReq<GetShareFolderAlbumListReq
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/sharefolder/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class ShareFolderImpl : public IShareFolder {
@@ -40,4 +40,4 @@ std::unique_ptr<IShareFolder> makeShareFolderImpl() {
     return std::make_unique<ShareFolderImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

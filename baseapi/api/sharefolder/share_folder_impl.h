@@ -4,9 +4,9 @@
 
 #include "baseapi/api/sharefolder/i_share_folder.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The implementation over the service's REST calls; it has no state.
 std::unique_ptr<IShareFolder> makeShareFolderImpl();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/sync/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class FolderSyncImpl : public IFolderSync {
@@ -36,4 +36,4 @@ std::unique_ptr<IFolderSync> makeFolderSyncImpl() {
     return std::make_unique<FolderSyncImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

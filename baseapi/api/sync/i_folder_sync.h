@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Sync folders: directories that a client watches through a feed of changes. A client makes or opens one,
 /// asks for the cursor that its feed starts at, and then for the changes behind its cursor, page by page; it
@@ -40,4 +40,4 @@ class IFolderSync {
                        listChangeSyncFolder, walkFileSyncFolder)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

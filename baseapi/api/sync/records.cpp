@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<CreateSyncDirReq>();
 template const RecordCodec& codecOf<CreateSyncDirResp>();
@@ -17,4 +17,4 @@ template const RecordCodec& codecOf<ListChangeResp>();
 template const RecordCodec& codecOf<WalkFileReq>();
 template const RecordCodec& codecOf<WalkFileResp>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -11,7 +11,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- sync folders
 
@@ -141,4 +141,4 @@ struct WalkFileResp : BaseResponse {
     BASEAPI_FIELDS_OF(WalkFileResp, BaseResponse, files, nextCursor)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

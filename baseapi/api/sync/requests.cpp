@@ -1,6 +1,6 @@
 #include "baseapi/api/sync/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int CreateSyncDirRequest::buildParams() {
     if (!bean) return refused;
@@ -32,4 +32,4 @@ int WalkFileSyncDirRequest::buildParams() {
     return setBody(*bean);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -3,7 +3,7 @@
 #include "baseapi/api/sync/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IFolderSync`, in its order: what a request is made of, and nothing else.
 
@@ -37,4 +37,4 @@ class WalkFileSyncDirRequest : public BeanReq<WalkFileReq, WalkFileResp> {
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

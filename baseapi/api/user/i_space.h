@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The space of several owners at once. Reached through `CloudInstance::shared().getSpaceImpl()`; callable
 /// from any thread. Requests and callbacks are as `IFile` says.
@@ -22,4 +22,4 @@ class ISpace {
     BASEAPI_OPERATIONS(ISpace, batchGetSpace)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

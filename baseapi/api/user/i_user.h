@@ -6,7 +6,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/network_result.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// Sign-in, the users of the organisation, and the space of an owner. Reached through
 /// `CloudInstance::shared().getUserImpl()`; callable from any thread. Requests, callbacks and refusals are
@@ -42,4 +42,4 @@ class IUser {
     BASEAPI_OPERATIONS(IUser, getToken, getSpace, getUserById, getUserList, updateUser, deleteUser)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -2,7 +2,7 @@
 
 #include "baseapi/json/define_codec.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 template const RecordCodec& codecOf<AuthCodeBean>();
 template const RecordCodec& codecOf<OrgUserInfo>();
@@ -24,4 +24,4 @@ template const RecordCodec& codecOf<CarrierSpaceInfo>();
 template const RecordCodec& codecOf<GetSpaceInfoResponse>();
 template const RecordCodec& codecOf<BatchGetSpaceInfoResponse>();
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

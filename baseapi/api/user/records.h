@@ -8,7 +8,7 @@
 #include "baseapi/json/record.h"
 #include "baseapi/net/base_response.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // ---- sign-in
 
@@ -220,4 +220,4 @@ struct BatchGetSpaceInfoResponse : BaseResponse {
     BASEAPI_FIELDS_OF(BatchGetSpaceInfoResponse, BaseResponse, batchGetSpaceResponse)
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 #include "baseapi/net/query_text.h"
 #include "baseapi/platform/fatal_stop.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 int UserAuthReq::buildParams() {
     if (!bean || !bean->authCode) return refused;
@@ -56,4 +56,4 @@ int BatchGetSpaceRequest::buildParams() {
     return setBody(*bean);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

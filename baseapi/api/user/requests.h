@@ -3,7 +3,7 @@
 #include "baseapi/api/user/records.h"
 #include "baseapi/net/base_req.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 // One class for each operation of `IUser` and `ISpace`, in their order: what a request is made of, and
 // nothing else.
@@ -50,4 +50,4 @@ class BatchGetSpaceRequest : public BeanReq<BatchGetSpaceReq, BatchGetSpaceInfoR
     int buildParams() override;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/user/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class SpaceImpl : public ISpace {
@@ -20,4 +20,4 @@ std::unique_ptr<ISpace> makeSpaceImpl() {
     return std::make_unique<SpaceImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/api/user/requests.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 class UserImpl : public IUser {
@@ -38,4 +38,4 @@ std::unique_ptr<IUser> makeUserImpl() {
     return std::make_unique<UserImpl>();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

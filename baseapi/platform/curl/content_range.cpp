@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// Takes a number and the mark behind it off the text.
@@ -32,4 +32,4 @@ std::optional<ContentRange> parseContentRange(std::string_view text) {
     return ContentRange{*first, *last, *total};
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

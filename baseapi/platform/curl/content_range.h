@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The bytes of an answer of status 206, from `first` to `last` inclusive.
 struct ContentRange {
@@ -17,4 +17,4 @@ struct ContentRange {
 /// Reads "bytes 0-99/200" or "bytes 0-99/*"; absent for anything else.
 std::optional<ContentRange> parseContentRange(std::string_view text);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

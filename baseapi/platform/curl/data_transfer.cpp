@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// The JSON reader reads in steps of this many bytes, also over the end of the text.
@@ -102,4 +102,4 @@ void DataTransfer::complete() {
     if (completion) completion(std::move(answer_));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/curl/transfer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A request whose answer is held in memory.
 class DataTransfer final : public Transfer {
@@ -32,4 +32,4 @@ class DataTransfer final : public Transfer {
     std::function<void(DataAnswer)> completion_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

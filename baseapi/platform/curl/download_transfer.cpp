@@ -6,7 +6,7 @@
 
 #include "baseapi/platform/curl/content_range.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr long kBufferSize = 512 << 10;
@@ -114,4 +114,4 @@ void DownloadTransfer::complete() {
     if (completion) completion(std::move(answer_));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

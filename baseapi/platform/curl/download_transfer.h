@@ -5,7 +5,7 @@
 #include "baseapi/platform/curl/partial_file.h"
 #include "baseapi/platform/curl/transfer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A GET into a file, which continues what is there where the service agrees.
 class DownloadTransfer final : public Transfer {
@@ -39,4 +39,4 @@ class DownloadTransfer final : public Transfer {
     std::function<void(DownloadAnswer)> completion_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// One of libcurl's transfers. What it is told stays until it is told otherwise, from one use to the next.
 class EasyHandle {
@@ -62,4 +62,4 @@ class EasyHandle {
     std::unique_ptr<CURL, Deleter> easy_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include <array>
 #include <stdexcept>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// What libcurl would send of its own accord.
@@ -88,4 +88,4 @@ curl_slist* HeaderLines::list() {
     return nodes_.data();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 
 #include "baseapi/platform/http_transport.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The head of a request in the form that libcurl takes, in one piece of memory.
 class HeaderLines {
@@ -39,4 +39,4 @@ bool hasControlCharacter(std::string_view text);
 /// Whether the text is a token by RFC 9110, as a verb and a header's name are.
 bool isToken(std::string_view text);
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -6,7 +6,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 long localPortOf(curl_socket_t socket) {
@@ -45,4 +45,4 @@ int OpenSockets::onClose(void* sockets, curl_socket_t socket) {
     return ::close(socket);
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

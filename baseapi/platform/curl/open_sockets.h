@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/curl/easy_handle.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The sockets of libcurl's connections, which it does not show while they are in use.
 class OpenSockets {
@@ -27,4 +27,4 @@ class OpenSockets {
     std::vector<curl_socket_t> sockets_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

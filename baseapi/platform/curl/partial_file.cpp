@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 void PartialFile::open(const std::filesystem::path& path) {
     path_ = path;
@@ -46,4 +46,4 @@ void PartialFile::fail() const {
     throw std::runtime_error("cannot write " + path_.string() + ": " + std::system_category().message(errno));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

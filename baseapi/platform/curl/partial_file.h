@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string_view>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The file that a download is written to. What fails throws std::runtime_error with the cause in words.
 class PartialFile {
@@ -30,4 +30,4 @@ class PartialFile {
     std::int64_t size_ = 0;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -8,7 +8,7 @@
 #include "baseapi/platform/curl/transfer_loop.h"
 #include "baseapi/platform/thread.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// Progress is brought to the delegate queue this often: waking a thread for every piece costs more than
@@ -241,4 +241,4 @@ void Transfer::run() {
     loop_->countEnded();
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -12,7 +12,7 @@
 #include "baseapi/platform/curl/header_lines.h"
 #include "baseapi/platform/http_transport.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 class TransferLoop;
 
@@ -133,4 +133,4 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     bool scheduled_ = false;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

@@ -7,7 +7,7 @@
 
 #include "baseapi/platform/openssl_setup.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 /// Idle connections that are kept; libcurl's own rule would keep four times the running transfers, which is
@@ -269,4 +269,4 @@ std::unique_ptr<EasyHandle> TransferLoop::takeHandle(const Transfer& transfer) {
     return handle;
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

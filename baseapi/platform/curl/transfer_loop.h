@@ -19,7 +19,7 @@
 #include "baseapi/platform/curl/transfer.h"
 #include "baseapi/platform/executor.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// The network thread's work: all transfers of one transport, moved by libcurl's multi interface.
 class TransferLoop {
@@ -110,4 +110,4 @@ class TransferLoop {
     Clock::time_point nextLook_ = Clock::time_point::max();
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

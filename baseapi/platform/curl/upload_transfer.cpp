@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 namespace {
 
 constexpr std::size_t kLargeUpload = 256 << 10;
@@ -75,4 +75,4 @@ void UploadTransfer::complete() {
     if (completion) completion(std::move(error_));
 }
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1

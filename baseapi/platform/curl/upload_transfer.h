@@ -4,7 +4,7 @@
 
 #include "baseapi/platform/curl/transfer.h"
 
-namespace baseapi {
+namespace baseapi::inline v1 {
 
 /// A PUT of bytes that lie in memory.
 class UploadTransfer final : public Transfer {
@@ -33,4 +33,4 @@ class UploadTransfer final : public Transfer {
     std::function<void(std::optional<TransportError>)> completion_;
 };
 
-}  // namespace baseapi
+}  // namespace baseapi::inline v1
