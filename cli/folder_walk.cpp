@@ -46,7 +46,7 @@ void walkScopes(Output& output, const std::vector<baseapi::ScopeDetail>& scopes,
             output.note("quillbox: warning: " + *scope.localPath +
                         " is no folder here; nothing of it is backed up");
         baseapi::DirectoryTraverser::generateFileDetailBeans(*scope.localPath, *scope.targetFolderPath,
-                                                             [&](auto&& bean) {
+                                                             [&](baseapi::FileDetailBean&& bean) {
                                                                  if (!bean.isDirectory) file(std::move(bean));
                                                              });
     }

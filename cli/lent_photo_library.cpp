@@ -99,8 +99,9 @@ std::string LentPhotoLibrary::copyOf(const std::string& file, std::optional<std:
 /// Of a video the library takes the file itself; one that is not there fails when it is hashed.
 void LentPhotoLibrary::requestVideoFile(const baseapi::PhotoAsset& asset, const RequestOptions& options,
                                         std::function<void(std::optional<std::string>)> answer) {
-    library_->requestVideoFile(
-        asset, options, [&](std::optional<std::string> path) { answer(path.value_or(fileOf(asset))); });
+    library_->requestVideoFile(asset, options, [&](const std::optional<std::string>& path) {
+        answer(path.value_or(fileOf(asset)));
+    });
 }
 
 BackupSlicer::Item LentPhotoLibrary::identify(const std::string& path) {

@@ -20,7 +20,7 @@ Reply success(json::object fields) {
     object.reserve(fields.size() + 2);
     object["code"] = 0;
     object["msg"] = "success";
-    for (auto& [key, value] : fields) object[key] = std::move(value);
+    for (auto& field : fields) object[field.key()] = std::move(field.value());
     return jsonReply(200, object);
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int unusable = 2;
 
-std::string oneLine(std::string text) {
+std::string oneLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 

@@ -54,7 +54,8 @@ std::string foldCase(std::string_view text) {
         char bytes[MB_LEN_MAX];
         std::mbstate_t state{};
         const auto length = readLetter(text, letter);
-        const auto written = length > 0 ? std::wcrtomb(bytes, std::towlower(letter), &state) : 0;
+        const auto written =
+            length > 0 ? std::wcrtomb(bytes, static_cast<wchar_t>(std::towlower(letter)), &state) : 0;
         if (written > 0 && written <= sizeof bytes) {
             folded.append(bytes, written);
         } else {

@@ -22,19 +22,32 @@ ENVIRONMENT = {
 class Service:
     """quillboxd on a free port, for as long as the block runs."""
 
-    def __init__(self, program, folder):
+    def __init__(self, program, folder, *options):
+        self.command = [program, "--data", folder / "data", "--port-file", folder / "port", *options]
         self.port_file = folder / "port"
-        self.process = subprocess.Popen(
-            [program, "--data", folder / "data", "--port-file", self.port_file], stdout=subprocess.DEVNULL)
+        self.start("0")
+
+    def start(self, port):
+        self.port_file.unlink(missing_ok=True)
+        self.process = subprocess.Popen([*self.command, "--port", port], stdout=subprocess.DEVNULL)
 
     def __enter__(self):
         deadline = time.monotonic() + 30
         while not self.port_file.exists():
             if self.process.poll() is not None or time.monotonic() > deadline:
+                self.process.kill()
                 raise Failed("the local service did not start")
             time.sleep(0.02)
-        self.address = "http://127.0.0.1:" + self.port_file.read_text(encoding="ascii").strip()
+        self.port = self.port_file.read_text(encoding="ascii").strip()
+        self.address = "http://127.0.0.1:" + self.port
         return self
+
+    def kill(self):
+        """kill -9, and a new one over the same data at the same port."""
+        self.process.kill()
+        self.process.wait()
+        self.start(self.port)
+        self.__enter__()
 
     def __exit__(self, *_):
         self.process.send_signal(signal.SIGTERM)

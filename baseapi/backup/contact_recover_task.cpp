@@ -35,7 +35,7 @@ bool isBelow(const fs::path& folder, const fs::path& path) {
 fs::path temporaryFile(std::string name) {
     const auto& folder = platform().temporaryFolder;
     name.resize(std::min(name.find('\0'), name.size()));
-    const fs::path asTold = folder.native() + "/" + name;
+    fs::path asTold = folder.native() + "/" + name;
     if (!name.ends_with('/') && isBelow(folder, asTold)) return asTold;
     const auto last = fs::path(name).filename();
     if (!last.empty() && last != "." && last != "..") return folder / last;

@@ -59,8 +59,9 @@ bool DirsUploadManager::walk(const Record& record) {
         }
         if (!scope.localPath || !scope.targetFolderPath) continue;
         DirectoryTraverser::generateFileDetailBeans(
-            *scope.localPath, *scope.targetFolderPath,
-            [&](auto&& bean) { (bean.isDirectory ? folderBeans_ : filesList_).push_back(std::move(bean)); });
+            *scope.localPath, *scope.targetFolderPath, [&](FileDetailBean&& bean) {
+                (bean.isDirectory ? folderBeans_ : filesList_).push_back(std::move(bean));
+            });
     }
     setTotal(static_cast<std::int64_t>(filesList_.size()));
     return true;

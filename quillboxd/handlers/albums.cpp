@@ -208,7 +208,12 @@ Reply addContents(Call& call) {
 }
 
 Reply removeContent(Call& call) {
-    static constexpr Field shape[] = {{"id", Type::text}};
+    static constexpr Field shape[] = {
+        {"id", Type::text},          {"takeTime", Type::text},      {"ownerId", Type::text},
+        {"fileName", Type::text},    {"mimeType", Type::text},      {"fileType", Type::text},
+        {"fileSuffix", Type::text},  {"parentFolder", Type::texts}, {"containers", Type::texts},
+        {"createdTime", Type::text}, {"editedTime", Type::text},    {"recycled", Type::text},
+        {"contentUrl", Type::text},  {"thumbnailUrl", Type::text},  {"favorite", Type::text}};
     const auto id = requiredText(call.record(shape), "id");
     const auto album = requireAlbum(call);
     const auto file = Tree::fromWireId(id);

@@ -24,7 +24,7 @@ BackupRecord recordInPath(Call& call) {
 BackupRecord writableRecord(Call& call) {
     static constexpr Field shape[] = {{"recordId", Type::text}};
     const auto lock = lockId(call);
-    const auto record = recordInPath(call);
+    auto record = recordInPath(call);
     BackupLocks(call.service.database, call.account.id).require(lock, record.module);
     if (!call.body.empty() && text(call.record(shape), "recordId", call.wildcards[0]) != call.wildcards[0])
         badRequest("\"recordId\" is not the record of the path");

@@ -128,6 +128,7 @@ std::int64_t adopt(Contents& contents, const Upload& upload, const std::vector<P
         return *known;
     }
     std::vector<Piece> pieces;
+    pieces.reserve(parts.size());
     for (const auto& part : parts) pieces.push_back({part.blob, 0, part.size});
     return contents.add(upload.sha256, upload.length, pieces);
 }

@@ -141,7 +141,7 @@ json::object itemFields(const Call& call, const Job& job, const JobItem& item) {
                         {"status", std::to_string(static_cast<int>(item.status))},
                         {"srcContainerId", call.account.container},
                         {"createTime", job.createdTime}};
-    if (auto text = description(item); !text.empty()) fields["resultDesc"] = std::move(text);
+    if (const auto text = description(item); !text.empty()) fields["resultDesc"] = text;
     if (item.newNode) {
         fields["newFileId"] = Tree::wireId(*item.newNode);
         fields["newFilePath"] = item.newPath;

@@ -51,9 +51,11 @@ Slice slice(const Call& call) {
 ShareFolderFilter filter(const Call& call) {
     ShareFolderFilter filter;
     filter.keyWord = call.request.parameter("keyWord").value_or("");
-    const auto status = integerParameter(call, "status", -1);
-    if (status < -1 || status > 1) badRequest("\"status\" must be 0 (open) or 1 (full)");
-    if (status >= 0) filter.status = static_cast<ShareFolderStatus>(status);
+    if (!call.request.parameter("status").value_or("").empty()) {
+        const auto status = integerParameter(call, "status", 0);
+        if (status < 0 || status > 1) badRequest("\"status\" must be 0 (open) or 1 (full)");
+        filter.status = static_cast<ShareFolderStatus>(status);
+    }
     const auto query = integerParameter(call, "queryType", 0);
     if (query < 0 || query > 2) badRequest("\"queryType\" must be 0 (all), 1 (own) or 2 (joined)");
     filter.query = static_cast<ShareFolderQuery>(query);

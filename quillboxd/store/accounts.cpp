@@ -26,7 +26,7 @@ Account Accounts::signIn(std::string_view authCode) {
         auto found = database_.query(selectAccounts + "WHERE auth_code = ?", authCode);
         if (found.next()) return readAccount(found);
     }
-    const Account account{randomId(), std::to_string(randomId())};
+    Account account{randomId(), std::to_string(randomId())};
     const auto time = timestamp();
     database_.run(
         "INSERT INTO accounts (id, auth_code, container, name, created_time) VALUES (?1, ?2, ?3, ?2, ?4)",

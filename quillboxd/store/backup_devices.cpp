@@ -49,7 +49,7 @@ std::optional<Device> BackupDevices::find(std::int64_t id) {
     return row.next() ? std::optional(readDevice(row)) : std::nullopt;
 }
 
-std::optional<Scope> BackupDevices::addScope(std::int64_t device, Scope scope) {
+std::optional<Scope> BackupDevices::addScope(std::int64_t device, const Scope& scope) {
     const auto time = timestamp();
     auto row = database_.query(
         "INSERT OR IGNORE INTO scopes (account, device, module, local_path, target_path, created_time) "

@@ -48,7 +48,7 @@ class BackupDevices {
     std::optional<Device> find(std::int64_t id);
 
     /// Nothing where the module has the local path already.
-    std::optional<Scope> addScope(std::int64_t device, Scope scope);
+    std::optional<Scope> addScope(std::int64_t device, const Scope& scope);
     bool removeScope(std::int64_t device, std::int64_t id);
     /// An empty module stands for all.
     std::vector<Scope> scopes(std::int64_t device, std::string_view module);

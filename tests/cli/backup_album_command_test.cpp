@@ -65,8 +65,7 @@ TEST_F(BackupAlbumTest, APictureThatFailsIsToldByItsOwnName) {
     make("photos/a.jpg", "first");
     make("photos/b.jpg", "other");
     make("photos/c.jpg", "longer than those");
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/files/create","after":2,"times":1,"kind":"status",)"
-         R"("status":507,"body":{"code":507,"msg":"quota exceeded"}})");
+    refuse("files/create", 507, "quota exceeded", 2);
     const auto result = backup({"--fail-on-partial"});
     EXPECT_EQ(result.status, 4);
     EXPECT_EQ(result.lines.back(), complete(2, 1));
@@ -79,8 +78,7 @@ TEST_F(BackupAlbumTest, APictureThatFailsIsToldByItsOwnName) {
 TEST_F(BackupAlbumTest, AssetsWithoutAFolderAreToldWithItsCause) {
     make("photos/a.jpg", "a picture");
     make("photos/c.mp4", "a video");
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/directory","after":1,"times":1,"kind":"status",)"
-         R"("status":403,"body":{"code":403,"msg":"not here"}})");
+    refuse("directory", 403, "not here", 1);
     const auto result = backup();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.lines.back(), complete(1, 1));
@@ -90,8 +88,7 @@ TEST_F(BackupAlbumTest, AssetsWithoutAFolderAreToldWithItsCause) {
 
 TEST_F(BackupAlbumTest, WithoutAnyFolderTheBackupFails) {
     make("photos/a.jpg", "a picture");
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/directory","kind":"status","times":9,"status":403,)"
-         R"("body":{"code":403,"msg":"not here"}})");
+    refuse("directory", 403, "not here", 0, 9);
     const auto result = backup();
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.lines, ElementsAre(complete(0, 1, 100012, "Create path error")));

@@ -108,11 +108,9 @@ TEST_F(BackupDirsTest, WithFailOnPartialFailedFilesAreAStatusOfTheirOwn) {
 
 TEST_F(BackupDirsTest, EachFileHasItsOwnCause) {
     addFiles(4);
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/files/create","after":0,"times":1,"kind":"status",)"
-         R"("status":507,"body":{"code":507,"msg":"quota exceeded"}})");
+    refuse("files/create", 507, "quota exceeded");
     plan(R"({"verb":"PUT","path":"/_part/*","after":0,"times":1,"kind":"reset"})");
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/files/complete","after":0,"times":1,"kind":"status",)"
-         R"("status":409,"body":{"code":409,"msg":"a part is missing"}})");
+    refuse("files/complete", 409, "a part is missing");
     const auto result = backup();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.lines.back(), complete(1, 3));
@@ -128,8 +126,7 @@ TEST_F(BackupDirsTest, FilesOfAFolderThatCouldNotBeMadeAreToldWithTheFoldersCaus
     make("notes/b", "b");
     addScope("notes");
     // "backup", "notes", and then "deep".
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/directory","after":2,"times":1,"kind":"status",)"
-         R"("status":403,"body":{"code":403,"msg":"not here"}})");
+    refuse("directory", 403, "not here", 2);
     const auto result = backup();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.lines.back(), complete(1, 1));
@@ -189,8 +186,7 @@ TEST_F(BackupDirsTest, ForPeopleThereIsALineAndNoProgress) {
 // A run that the service stops.
 
 TEST_F(BackupDirsTest, ALockThatIsRefusedIsAFailure) {
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/backup/lock","kind":"status","status":423,)"
-         R"("body":{"code":423,"msg":"locked by another device"}})");
+    refuse("backup/lock", 423, "locked by another device");
     const auto result = backup();
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.lines, ElementsAre(complete(0, 0, 423, "locked by another device")));

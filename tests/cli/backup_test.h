@@ -37,6 +37,14 @@ class BackupTest : public CloudTest {
         plan(R"({"verb":")" + verb + R"(","path":")" + path + R"(","after":)" + std::to_string(after) +
              R"(,"times":1000,"kind":"stall","seconds":600})");
     }
+    /// The service refuses requests to this path, of its REST interface: so many, behind the first `after`.
+    void refuse(const std::string& path, int status, const std::string& msg, int after = 0,
+                int times = 1) const {
+        const auto code = std::to_string(status);
+        plan(R"({"verb":"POST","path":"/quillbox/ose/v1/)" + path + R"(","after":)" + std::to_string(after) +
+             R"(,"times":)" + std::to_string(times) + R"(,"kind":"status","status":)" + code +
+             R"(,"body":{"code":)" + code + R"(,"msg":")" + msg + R"("}})");
+    }
     void release() const { quillboxd_test::send("DELETE", service_.url() + "/_dev/faults"); }
 
     /// Waits until a request meets the stall that was planned first.

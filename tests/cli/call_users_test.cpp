@@ -91,7 +91,12 @@ TEST_F(CallUsersTest, AnAdministratorChangesAUserAndDeletesThem) {
 }
 
 TEST_F(CallUsersTest, AListThatDoesNotSayWhetherItIsDirectEndsTheProcess) {
-    EXPECT_EQ(call("getUserList", "{}").status, -1);
+    const auto before = journal();
+    const auto result = call("getUserList", "{}");
+    EXPECT_EQ(result.status, -1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.error, HasSubstr("isDirect is absent"));
+    EXPECT_EQ(journal(), before) << "nothing is sent";
 }
 
 }  // namespace

@@ -151,8 +151,7 @@ TEST_F(ContactsCommandsTest, ABrokenCardIsPassedOverWithAWarning) {
 
 TEST_F(ContactsCommandsTest, AnUploadThatIsRefusedIsToldWithItsCause) {
     makeBook(1);
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/backup/record/*","kind":"status","status":507,)"
-         R"("body":{"code":507,"msg":"quota exceeded"}})");
+    refuse("backup/record/*", 507, "quota exceeded");
     const auto result = backup();
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.lines, ElementsAre(failure(100001, "file invaild")));
@@ -165,8 +164,7 @@ TEST_F(ContactsCommandsTest, AnUploadThatIsRefusedIsToldWithItsCause) {
 
 TEST_F(ContactsCommandsTest, AFolderThatIsRefusedIsToldWithItsCause) {
     makeBook(1);
-    plan(R"({"verb":"POST","path":"/quillbox/ose/v1/directory","kind":"status","times":9,"status":507,)"
-         R"("body":{"code":507,"msg":"quota exceeded"}})");
+    refuse("directory", 507, "quota exceeded", 0, 9);
     const auto result = backup();
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.lines, ElementsAre(failure(100024, "folders create error")));

@@ -18,12 +18,6 @@ class AlbumTest : public testing::Test {
         EXPECT_EQ(answer.status, 200) << answer.error << answer.body;
         return answer.status == 200 ? answer.object() : json::object();
     }
-    static std::vector<std::string> column(const HttpAnswer& answer, const char* list, const char* key) {
-        std::vector<std::string> values;
-        const auto object = answerOf(answer);
-        for (const auto& row : object.at(list).as_array()) values.push_back(textOf(row.as_object(), key));
-        return values;
-    }
     static std::int64_t totalOf(const HttpAnswer& answer) { return answerOf(answer).at("total").as_int64(); }
 
     std::string newShareFolder(const Client& client, const std::string& name) const {

@@ -184,6 +184,8 @@ TEST_F(AlbumsTest, OnlyOwnFilesArePutIn) {
     expectRefused(add(R"({"fileIds":[{"fileId":")" + other_.upload("b", "b") + "\"}]}"), 404, "no file");
     expectRefused(put(other_, id, file), 404, "no album");
     expectRefused(remove(owner_, "/" + id + "/batchDelete", "{}"), 400, "id");
+    expectRefused(remove(owner_, "/" + id + "/batchDelete", R"({"id":"1","favorite":true})"), 400,
+                  "favorite");
     EXPECT_THAT(contents(owner_, id), IsEmpty()) << "all are put in or none";
 }
 

@@ -49,13 +49,6 @@ class BackupClient : public Client {
     }
     json::object record(const std::string& id) const { return dataOf(plain("GET", "record/" + id)); }
     /// The values of `key` in the list of an answer.
-    static std::vector<std::string> column(const HttpAnswer& answer, const char* list, const char* key) {
-        EXPECT_EQ(answer.status, 200) << answer.body;
-        std::vector<std::string> values;
-        const auto object = answer.object();
-        for (const auto& row : object.at(list).as_array()) values.push_back(textOf(row.as_object(), key));
-        return values;
-    }
     std::vector<std::string> recordIds(const std::string& query) const {
         return column(cloudFile("GET", "record?" + query), "data", "recordId");
     }

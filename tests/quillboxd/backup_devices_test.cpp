@@ -45,7 +45,7 @@ TEST_F(BackupDevicesTest, ADeviceKeepsItsIdAndTakesNewNames) {
     EXPECT_EQ(bind(R"({"machineCode":"m1","deviceName":"new","deviceOS":"os"})"), id);
     EXPECT_NE(bind(R"({"machineCode":"m2"})"), id);
     const auto list = client_.cloudFile("GET", "device");
-    EXPECT_THAT(BackupClient::column(list, "data", "machineCode"), ElementsAre("m1", "m2"));
+    EXPECT_THAT(column(list, "data", "machineCode"), ElementsAre("m1", "m2"));
     const auto answer = list.object();
     const auto& first = answer.at("data").as_array().at(0).as_object();
     EXPECT_EQ(textOf(first, "deviceName"), "new");
@@ -62,9 +62,9 @@ TEST_F(BackupDevicesTest, ADeviceThatIsUnboundTakesItsScopesAndValuesWithIt) {
     addScopes(id, R"([{"localPath":"/a","targetFolderPath":"/b"}])");
     setValue(id, "wifi", "on");
     EXPECT_EQ(client_.plain("DELETE", "device/" + id).status, 200);
-    EXPECT_THAT(BackupClient::column(client_.cloudFile("GET", "device"), "data", "machineCode"), IsEmpty());
-    EXPECT_THAT(BackupClient::column(scopes(id), "scopeList", "localPath"), IsEmpty());
-    EXPECT_THAT(BackupClient::column(values(id), "data", "config_name"), IsEmpty());
+    EXPECT_THAT(column(client_.cloudFile("GET", "device"), "data", "machineCode"), IsEmpty());
+    EXPECT_THAT(column(scopes(id), "scopeList", "localPath"), IsEmpty());
+    EXPECT_THAT(column(values(id), "data", "config_name"), IsEmpty());
     expectRefused(client_.plain("DELETE", "device/" + id), 404, "no device");
     EXPECT_NE(std::to_string(bind(R"({"machineCode":"m"})")), id);
 }
@@ -73,7 +73,7 @@ TEST_F(BackupDevicesTest, AnotherAccountHasItsOwnDevices) {
     const auto id = bind(R"({"machineCode":"m"})");
     const BackupClient other(process_.url(), "other");
     expectRefused(other.plain("DELETE", "device/" + std::to_string(id)), 404, "no device");
-    EXPECT_THAT(BackupClient::column(other.cloudFile("GET", "device"), "data", "machineCode"), IsEmpty());
+    EXPECT_THAT(column(other.cloudFile("GET", "device"), "data", "machineCode"), IsEmpty());
     expectRefused(client_.plain("DELETE", "device/x"), 400, "device id");
 }
 
@@ -82,21 +82,19 @@ TEST_F(BackupDevicesTest, AnotherAccountHasItsOwnDevices) {
 TEST_F(BackupDevicesTest, ScopesAreKeptByDeviceAndModule) {
     const auto added = addScopes("7", R"([{"localPath":"/a","targetFolderPath":"/b"},)"
                                       R"({"localPath":"/c","targetFolderPath":"/d"}])");
-    EXPECT_THAT(BackupClient::column(added, "scopeList", "localPath"), ElementsAre("/a", "/c"));
+    EXPECT_THAT(column(added, "scopeList", "localPath"), ElementsAre("/a", "/c"));
     addScopes("7", R"([{"localPath":"/e","targetFolderPath":"/f"}])", "101");
-    EXPECT_THAT(BackupClient::column(scopes("7"), "scopeList", "targetFolderPath"), ElementsAre("/b", "/d"));
-    EXPECT_THAT(BackupClient::column(scopes("7", ""), "scopeList", "moduleCode"),
-                ElementsAre("100", "100", "101"));
-    EXPECT_THAT(BackupClient::column(scopes("8"), "scopeList", "localPath"), IsEmpty());
+    EXPECT_THAT(column(scopes("7"), "scopeList", "targetFolderPath"), ElementsAre("/b", "/d"));
+    EXPECT_THAT(column(scopes("7", ""), "scopeList", "moduleCode"), ElementsAre("100", "100", "101"));
+    EXPECT_THAT(column(scopes("8"), "scopeList", "localPath"), IsEmpty());
 }
 
 TEST_F(BackupDevicesTest, AScopeThatIsRefusedStandsInTheAnswer) {
     const auto answer = addScopes("7", R"([{"localPath":"/a"},{"localPath":"/a","targetFolderPath":"/b"},)"
                                        R"({"localPath":"/a","targetFolderPath":"/c"}])");
-    EXPECT_THAT(BackupClient::column(answer, "scopeList", "targetFolderPath"), ElementsAre("/b"));
-    EXPECT_THAT(BackupClient::column(answer, "failedScopeList", "errorCode"),
-                ElementsAre("13000400", "13000405"));
-    EXPECT_THAT(BackupClient::column(answer, "failedScopeList", "msg"),
+    EXPECT_THAT(column(answer, "scopeList", "targetFolderPath"), ElementsAre("/b"));
+    EXPECT_THAT(column(answer, "failedScopeList", "errorCode"), ElementsAre("13000400", "13000405"));
+    EXPECT_THAT(column(answer, "failedScopeList", "msg"),
                 ElementsAre(testing::HasSubstr("targetFolderPath"), testing::HasSubstr("already")));
 }
 
@@ -112,9 +110,9 @@ TEST_F(BackupDevicesTest, EveryFieldOfAScopeHasItsType) {
 }
 
 TEST_F(BackupDevicesTest, ScopesAreTakenAway) {
-    const auto ids = BackupClient::column(addScopes("7", R"([{"localPath":"/a","targetFolderPath":"/b"},)"
-                                                         R"({"localPath":"/c","targetFolderPath":"/d"}])"),
-                                          "scopeList", "scopeId");
+    const auto ids = column(addScopes("7", R"([{"localPath":"/a","targetFolderPath":"/b"},)"
+                                           R"({"localPath":"/c","targetFolderPath":"/d"}])"),
+                            "scopeList", "scopeId");
     expectRefused(removeScopes("8", "null"), 400, "scopeIdList");
     EXPECT_EQ(removeScopes("8", "[" + ids[0] + "]").object().at("failedScopeList").as_array().size(), 1U);
     const auto answer = removeScopes("7", "[" + ids[0] + ",999]").object();
@@ -122,7 +120,7 @@ TEST_F(BackupDevicesTest, ScopesAreTakenAway) {
     const auto& failed = answer.at("failedScopeList").as_array().at(0).as_object();
     EXPECT_EQ(failed.at("scopeId").as_int64(), 999);
     EXPECT_EQ(textOf(failed, "errorCode"), "13000404");
-    EXPECT_THAT(BackupClient::column(scopes("7"), "scopeList", "localPath"), ElementsAre("/c"));
+    EXPECT_THAT(column(scopes("7"), "scopeList", "localPath"), ElementsAre("/c"));
 }
 
 // ---- configuration
@@ -134,11 +132,10 @@ TEST_F(BackupDevicesTest, AValueIsKeptAndReplaced) {
               R"({"device_id":"7","module_code":"101","config_name":"wifi","config_value":"on"})");
     setValue("7", "wifi", "off");
     setValue("7", "other", "");
-    EXPECT_THAT(BackupClient::column(value("7", "wifi"), "data", "config_value"), ElementsAre("off"));
-    EXPECT_THAT(BackupClient::column(values("7"), "data", "config_name"),
-                UnorderedElementsAre("other", "wifi"));
-    EXPECT_THAT(BackupClient::column(value("7", "missing"), "data", "config_value"), IsEmpty());
-    EXPECT_THAT(BackupClient::column(values("8"), "data", "config_name"), IsEmpty());
+    EXPECT_THAT(column(value("7", "wifi"), "data", "config_value"), ElementsAre("off"));
+    EXPECT_THAT(column(values("7"), "data", "config_name"), UnorderedElementsAre("other", "wifi"));
+    EXPECT_THAT(column(value("7", "missing"), "data", "config_value"), IsEmpty());
+    EXPECT_THAT(column(values("8"), "data", "config_name"), IsEmpty());
 }
 
 TEST_F(BackupDevicesTest, AValueNeedsItsModuleAndName) {

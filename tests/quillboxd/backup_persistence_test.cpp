@@ -25,14 +25,11 @@ TEST_F(BackupPersistenceTest, WhatWasAcknowledgedIsThereAfterAKill) {
     const auto lock = client_.takeLock();
     const auto record = client_.addRecord(lock);
     killAndStart();
-    EXPECT_THAT(BackupClient::column(client_.cloudFile("GET", "device"), "data", "machineCode"),
-                ElementsAre("m"));
-    EXPECT_THAT(
-        BackupClient::column(client_.plain("GET", "device/7/scope?moduleCode=100"), "scopeList", "localPath"),
-        ElementsAre("/a"));
-    EXPECT_THAT(
-        BackupClient::column(client_.plain("GET", "device/7/configs?moduleCode=101"), "data", "config_value"),
-        ElementsAre("on"));
+    EXPECT_THAT(column(client_.cloudFile("GET", "device"), "data", "machineCode"), ElementsAre("m"));
+    EXPECT_THAT(column(client_.plain("GET", "device/7/scope?moduleCode=100"), "scopeList", "localPath"),
+                ElementsAre("/a"));
+    EXPECT_THAT(column(client_.plain("GET", "device/7/configs?moduleCode=101"), "data", "config_value"),
+                ElementsAre("on"));
     expectRefused(client_.askForLock("102"), 409, "locked");
     EXPECT_EQ(client_.finish(record, lock).status, 200);
     killAndStart();
@@ -45,8 +42,7 @@ TEST_F(BackupPersistenceTest, AResetForgetsAll) {
     EXPECT_EQ(send("POST", process_.url() + "/_dev/reset").status, 200);
     const BackupClient again(process_.url());
     EXPECT_THAT(again.recordIds("deviceId=0&moduleCode=&pageSize=1"), testing::IsEmpty());
-    EXPECT_THAT(BackupClient::column(again.cloudFile("GET", "device"), "data", "machineCode"),
-                testing::IsEmpty());
+    EXPECT_THAT(column(again.cloudFile("GET", "device"), "data", "machineCode"), testing::IsEmpty());
     again.takeLock();
 }
 

@@ -156,7 +156,7 @@ TEST_F(BackupRecordsTest, AFileGoesIntoTheRecordAndIntoItsFolder) {
     const auto created = createFile(body, lock_).object();
     const auto id = textOf(created, "fileId");
     client_.putParts(created, "BEGIN");
-    EXPECT_THAT(BackupClient::column(files(), "data", "fileId"), IsEmpty());
+    EXPECT_THAT(column(files(), "data", "fileId"), IsEmpty());
     EXPECT_EQ(client_.complete(id, "BEGIN").status, 200);
     EXPECT_THAT(client_.names(folder), ElementsAre("contacts.vcf"));
     const auto answer = files().object();
@@ -178,16 +178,15 @@ TEST_F(BackupRecordsTest, AFileThatIsThereAlreadyBelongsToTheRecordToo) {
     const auto answer = client_.plain("POST", "record/" + second + "/file", json::serialize(body), lock_);
     EXPECT_TRUE(answer.object().at("exist").as_bool());
     EXPECT_THAT(
-        BackupClient::column(client_.plain("GET", "record/" + second + "/files?recordId=x&pageSize=1"),
-                             "data", "fileId"),
+        column(client_.plain("GET", "record/" + second + "/files?recordId=x&pageSize=1"), "data", "fileId"),
         ElementsAre(id));
 }
 
 TEST_F(BackupRecordsTest, APageOfFilesHasItsSize) {
     upload("b", "2");
     upload("a", "1");
-    EXPECT_THAT(BackupClient::column(files(), "data", "fileName"), ElementsAre("a", "b"));
-    EXPECT_THAT(BackupClient::column(files(1), "data", "fileName"), ElementsAre("a"));
+    EXPECT_THAT(column(files(), "data", "fileName"), ElementsAre("a", "b"));
+    EXPECT_THAT(column(files(1), "data", "fileName"), ElementsAre("a"));
     expectRefused(files(0), 400, "pageSize");
     expectRefused(client_.plain("GET", "record/" + record_ + "/files"), 400, "pageSize");
 }

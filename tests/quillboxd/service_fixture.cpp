@@ -112,6 +112,15 @@ std::string Client::proofCode(const std::string& bytes) const {
                                                     static_cast<std::size_t>(range.length)));
 }
 
+std::vector<std::string> column(const HttpAnswer& answer, const char* list, const char* key) {
+    EXPECT_EQ(answer.status, 200) << answer.error << answer.body;
+    std::vector<std::string> values;
+    if (answer.status != 200) return values;
+    const auto object = answer.object();
+    for (const auto& row : object.at(list).as_array()) values.push_back(textOf(row.as_object(), key));
+    return values;
+}
+
 void expectRefused(const HttpAnswer& answer, int status, const std::string& words) {
     ASSERT_EQ(answer.status, status) << answer.error << answer.body;
     const auto body = answer.object();

@@ -70,4 +70,7 @@ inline std::string textOf(const json::object& object, std::string_view key) {
     return std::string(object.at({key.data(), key.size()}).as_string());
 }
 
+/// The text under a key of each record in a list of the answer.
+std::vector<std::string> column(const HttpAnswer& answer, const char* list, const char* key);
+
 }  // namespace quillboxd_test

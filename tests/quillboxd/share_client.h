@@ -45,13 +45,6 @@ class ShareTest : public testing::Test {
     static HttpAnswer visitAs(const Client& client, const json::object& link) {
         return client.post("/share/files", R"({"shortUrl":")" + shortUrlOf(link) + "\"}");
     }
-    static std::vector<std::string> column(const HttpAnswer& answer, const char* list, const char* key) {
-        EXPECT_EQ(answer.status, 200) << answer.body;
-        std::vector<std::string> values;
-        const auto object = answer.object();
-        for (const auto& row : object.at(list).as_array()) values.push_back(textOf(row.as_object(), key));
-        return values;
-    }
     std::vector<std::string> listed(const std::string& query = "") const {
         return column(owner_.get("/share" + query), "shareLinks", "displayName");
     }

@@ -106,7 +106,8 @@ TEST_F(ShareFoldersTest, TheListHasWhatIsAskedFor) {
     EXPECT_THAT(names(owner_, "?offset=1&limit=5"), ElementsAre("mine"));
     EXPECT_THAT(names(owner_, "?limit=1"), ElementsAre("Theirs"));
     EXPECT_EQ(totalOf(owner_.get("/sharefolder/list?limit=1")), 2);
-    for (const auto* query : {"?offset=-1", "?limit=-1", "?limit=x", "?status=7", "?queryType=3"})
+    for (const auto* query :
+         {"?offset=-1", "?limit=-1", "?limit=x", "?status=7", "?status=-1", "?queryType=3"})
         expectRefused(owner_.get(std::string("/sharefolder/list") + query), 400, "\"");
     EXPECT_NE(mine, theirs);
 }
