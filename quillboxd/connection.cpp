@@ -53,7 +53,7 @@ class Exchange {
     Exchange(const ServerContext& context, Stream& stream, UniqueFd& socket, RequestReader& reader,
              const Request& request)
         : context_(context), stream_(stream), socket_(socket), reader_(reader), request_(request) {
-        journalled_ = !isControl(request.path());
+        journalled_ = !isControl(request);
         if (journalled_) seq_ = context.service.journal.arrived(request);
     }
 

@@ -1,5 +1,8 @@
 #include "quillboxd/html.h"
 
+#include <cstdio>
+#include <iterator>
+
 namespace quillboxd {
 namespace {
 
@@ -35,6 +38,12 @@ std::string_view escaped(char c) {
     }
 }
 
+std::string contentPolicy(const PageExtras& extras) {
+    return std::string("default-src 'none'; style-src 'unsafe-inline'; ") +
+           (extras.pictures ? "img-src 'self'; " : "") +
+           "form-action 'self'; base-uri 'none'; frame-ancestors 'none'";
+}
+
 }  // namespace
 
 std::string escapeHtml(std::string_view text) {
@@ -51,28 +60,48 @@ std::string escapeHtml(std::string_view text) {
     return html;
 }
 
-Reply htmlPage(int status, std::string_view title, const std::string& content) {
+std::string htmlLink(std::string_view address, const std::string& html) {
+    return "<a href=\"" + escapeHtml(address) + "\">" + html + "</a>";
+}
+
+std::string sizeText(std::int64_t bytes) {
+    if (bytes < 1024) return std::to_string(bytes) + " B";
+    auto size = static_cast<double>(bytes);
+    std::size_t unit = 0;
+    constexpr const char* units[] = {"B", "KiB", "MiB", "GiB", "TiB"};
+    while (size >= 1024 && unit + 1 < std::size(units)) {
+        size /= 1024;
+        ++unit;
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f %s", size, units[unit]);
+    return text;
+}
+
+Reply htmlPage(int status, std::string_view title, const std::string& content, const PageExtras& extras) {
     const auto heading = escapeHtml(title);
     std::string body = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
-    body.append("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>")
+    // Without an icon of its own a browser would ask for /favicon.ico, and be counted as a client.
+    body.append("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n")
+        .append("<link rel=\"icon\" href=\"data:,\">\n<title>")
         .append(heading)
         .append("</title>\n<style>")
         .append(style)
-        .append("</style>\n</head>\n<body>\n<main>\n<h1>")
+        .append(extras.style)
+        .append("</style>\n</head>\n<body>\n")
+        .append(extras.header)
+        .append("<main id=\"main\">\n<h1>")
         .append(heading)
         .append("</h1>\n")
         .append(content)
         .append("</main>\n</body>\n</html>\n");
-    return {
-        .status = status,
-        .contentType = "text/html; charset=utf-8",
-        .headers = {{"Cache-Control", "no-store"},
-                    {"Content-Security-Policy",
-                     "default-src 'none'; style-src 'unsafe-inline'; form-action 'self'; base-uri 'none'; "
-                     "frame-ancestors 'none'"},
-                    {"X-Content-Type-Options", "nosniff"},
-                    {"Referrer-Policy", "no-referrer"}},
-        .body = std::move(body)};
+    return {.status = status,
+            .contentType = "text/html; charset=utf-8",
+            .headers = {{"Cache-Control", "no-store"},
+                        {"Content-Security-Policy", contentPolicy(extras)},
+                        {"X-Content-Type-Options", "nosniff"},
+                        {"Referrer-Policy", "no-referrer"}},
+            .body = std::move(body)};
 }
 
 }  // namespace quillboxd

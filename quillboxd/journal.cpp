@@ -56,6 +56,14 @@ json::array Journal::entries() const {
     return list;
 }
 
+json::array Journal::latest(std::int64_t before, std::size_t count) const {
+    const std::lock_guard lock(mutex_);
+    json::array list;
+    for (auto entry = entries_.rbegin(); entry != entries_.rend() && list.size() < count; ++entry)
+        if (entry->seq < before) list.push_back(toJson(*entry));
+    return list;
+}
+
 std::string Journal::maskedTarget(const Request& request) {
     return masked(request.target, request.header("Authorization"));
 }

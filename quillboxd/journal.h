@@ -21,6 +21,8 @@ class Journal {
                   double millis);
     void clear();
     json::array entries() const;
+    /// At most `count`, the newest first, from the one before the number `before`.
+    json::array latest(std::int64_t before, std::size_t count) const;
 
     /// The request's target with the token, as the request's own header tells it, made unreadable.
     static std::string maskedTarget(const Request& request);

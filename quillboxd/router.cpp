@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "quillboxd/pages/pages.h"
+#include "quillboxd/same_site.h"
 #include "quillboxd/store/database.h"
 #include "quillboxd/unicode.h"
 
@@ -46,8 +48,11 @@ const Route& findRoute(Call& call) {
     for (const auto& route : routes()) {
         auto wildcards = match(route.pattern, path);
         if (!wildcards) continue;
-        pathKnown = true;
-        if (route.verb != call.request.verb) continue;
+        if (route.verb != call.request.verb) {
+            // A page is no endpoint: a client that calls its path has lost its way.
+            pathKnown = pathKnown || route.admission != Admission::page;
+            continue;
+        }
         call.wildcards = std::move(*wildcards);
         return route;
     }
@@ -85,13 +90,25 @@ Reply detached(const Route& route, Call& call) {
     return route.handler(call);
 }
 
+Reply shown(const Route& route, Call& call) {
+    try {
+        requireSameSite(call);
+        return inTransaction(route, call);
+    } catch (const ApiError& error) {
+        return pages::refusal(error);
+    }
+}
+
 Reply handle(Call& call) {
     const auto& route = findRoute(call);
     if (route.admission == Admission::address) return route.handler(call);
     call.body = call.reader.readWholeBody(largestBody);
     switch (route.admission) {
         case Admission::control:
+            requireSameSite(call);
             return route.handler(call);
+        case Admission::page:
+            return shown(route, call);
         case Admission::detached:
             return detached(route, call);
         default:
@@ -113,8 +130,8 @@ Reply dispatch(Call& call) {
     }
 }
 
-bool isControl(std::string_view path) {
-    return path.starts_with("/_dev/");
+bool isControl(const Request& request) {
+    return request.path().starts_with("/_dev/") || (request.verb == "GET" && request.path() == "/");
 }
 
 }  // namespace quillboxd

@@ -14,7 +14,8 @@ enum class Admission {
     anyone,    ///< like account, for a call that needs no token
     visitor,   ///< like account where the request has a token, like anyone where it has none
     address,   ///< bare: the address alone says what may be done, and the handler reads the body itself
-    control,   ///< bare, and neither in the journal nor touched by faults
+    control,   ///< bare, and neither in the journal nor touched by faults; not for pages of other sites
+    page,      ///< like anyone, and otherwise like control; a refusal is a page too
 };
 
 struct Route {
@@ -30,7 +31,7 @@ std::span<const Route> routes();
 /// Does what the request asks for; every refusal becomes its answer.
 Reply dispatch(Call& call);
 
-/// Whether the path belongs to the control endpoints.
-bool isControl(std::string_view path);
+/// Whether it is none of a client's own requests, but one that controls the service or looks at it.
+bool isControl(const Request& request);
 
 }  // namespace quillboxd

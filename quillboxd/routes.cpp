@@ -118,6 +118,14 @@ constexpr Route table[] = {
     {"GET", "/_content/*/share/*/inline", addresses::getContent, Admission::address},
     {"HEAD", "/_content/*/share/*/inline", addresses::getContent, Admission::address},
 
+    // What a browser shows
+    {"GET", "/", pages::overview, Admission::page},
+    {"GET", "/_dev/pages/accounts", pages::accounts, Admission::page},
+    {"GET", "/_dev/pages/folders/*/*", pages::folder, Admission::page},
+    {"GET", "/_dev/pages/pictures/*/*", pages::picture, Admission::page},
+    {"GET", "/_dev/pages/backups", pages::backups, Admission::page},
+    {"GET", "/_dev/pages/requests", pages::requests, Admission::page},
+
     // Control
     {"GET", "/_dev/health", control::health, Admission::control},
     {"POST", "/_dev/reset", control::reset, Admission::control},

@@ -120,6 +120,15 @@ Reply putPart(Call& call);
 Reply getContent(Call& call);
 }  // namespace quillboxd::addresses
 
+namespace quillboxd::pages {
+Reply overview(Call& call);
+Reply accounts(Call& call);
+Reply folder(Call& call);
+Reply picture(Call& call);
+Reply backups(Call& call);
+Reply requests(Call& call);
+}  // namespace quillboxd::pages
+
 namespace quillboxd::control {
 Reply health(Call& call);
 Reply reset(Call& call);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdio>
 
 #include "quillboxd/handlers/file_json.h"
 #include "quillboxd/handlers/handlers.h"
@@ -33,35 +32,17 @@ std::string formValue(std::string form, std::string_view name) {
     return queryParameter(form, name).value_or("");
 }
 
-std::string sizeText(std::int64_t bytes) {
-    if (bytes < 1024) return std::to_string(bytes) + " B";
-    auto size = static_cast<double>(bytes);
-    std::size_t unit = 0;
-    constexpr const char* units[] = {"B", "KiB", "MiB", "GiB", "TiB"};
-    while (size >= 1024 && unit + 1 < std::size(units)) {
-        size /= 1024;
-        ++unit;
-    }
-    char text[32];
-    std::snprintf(text, sizeof text, "%.1f %s", size, units[unit]);
-    return text;
-}
-
-std::string link(const std::string& address, const std::string& html) {
-    return "<a href=\"" + escapeHtml(address) + "\">" + html + "</a>";
-}
-
 std::string row(const Call& call, const Share& share, const Node& node) {
     const auto name = escapeHtml(node.name);
     if (!node.isFile) {
         const auto address = "/s/" + share.shortUrl + "/" + Tree::wireId(node.id);
-        return "<tr><td>" + link(address, name + "/") + "</td><td></td><td></td></tr>\n";
+        return "<tr><td>" + htmlLink(address, name + "/") + "</td><td></td><td></td></tr>\n";
     }
     const auto shown =
-        share.permission.preview ? link(files::contentUrl(call, node, true, share.id), name) : name;
+        share.permission.preview ? htmlLink(files::contentUrl(call, node, true, share.id), name) : name;
     const auto download = share.permission.download
-                              ? link(files::contentUrl(call, node, false, share.id),
-                                     "Download<span class=\"unseen\"> " + name + "</span>")
+                              ? htmlLink(files::contentUrl(call, node, false, share.id),
+                                         "Download<span class=\"unseen\"> " + name + "</span>")
                               : std::string();
     return "<tr><td>" + shown + "</td><td>" + sizeText(node.size) + "</td><td>" + download + "</td></tr>\n";
 }
@@ -79,9 +60,9 @@ std::string table(const Call& call, const Share& share, const Page& page) {
 std::string trail(Call& call, const Share& share, const std::string& folder) {
     if (folder.empty()) return {};
     const auto first = "/s/" + share.shortUrl;
-    auto html = "<nav aria-label=\"Folders\">" + link(first, "All files");
+    auto html = "<nav aria-label=\"Folders\">" + htmlLink(first, "All files");
     for (const auto& step : Shares(call.service.database).pathInside(share, folder))
-        html += " / " + link(first + "/" + Tree::wireId(step.id), escapeHtml(step.name));
+        html += " / " + htmlLink(first + "/" + Tree::wireId(step.id), escapeHtml(step.name));
     return html + "</nav>\n";
 }
 
@@ -102,7 +83,7 @@ Reply filesPage(Call& call, const Share& share) {
     auto html = about(call, share) + trail(call, share, folder) + table(call, share, found);
     if (!found.nextCursor.empty()) {
         const auto more = std::string(call.request.path()) + "?cursor=" + encodePercent(found.nextCursor);
-        html += "<p>" + link(more, "More files") + "</p>\n";
+        html += "<p>" + htmlLink(more, "More files") + "</p>\n";
     }
     return htmlPage(200, share.title.empty() ? "A link to files that are gone" : share.title, html);
 }

@@ -12,7 +12,7 @@ class HttpTest : public ServiceTest {
 };
 
 TEST_F(HttpTest, AnUnknownEndpointIsNotFound) {
-    expectRefused(send("GET", process_.url() + "/"), 404, "no endpoint /");
+    expectRefused(send("GET", process_.url() + "/index.html"), 404, "no endpoint /index.html");
     expectRefused(client_.get("/nothing/at/all"), 404, "/nothing/at/all");
     expectRefused(client_.post("/files/", "{}"), 404, "no endpoint");
     expectRefused(client_.post("/files/a/b/c", "{}"), 404, "no endpoint");

@@ -1,3 +1,4 @@
+#include "tests/quillboxd/html_page.h"
 #include "tests/quillboxd/share_client.h"
 
 namespace quillboxd_test {
@@ -17,17 +18,6 @@ class SharePageTest : public ShareTest {
         return send("POST", textOf(link, "linkUrl"), {"Content-Type: application/x-www-form-urlencoded"},
                     "extractCode=" + code);
     }
-    /// The first address behind a link of this page whose text begins so.
-    static std::string target(const std::string& page, const std::string& text) {
-        const auto end = page.find("\">" + text);
-        EXPECT_NE(end, page.npos) << text << " is not on " << page;
-        if (end == page.npos) return {};
-        const auto begin = page.rfind("href=\"", end) + 6;
-        auto address = page.substr(begin, end - begin);
-        for (auto at = address.find("&amp;"); at != address.npos; at = address.find("&amp;"))
-            address.erase(at + 1, 4);
-        return address;
-    }
     std::int64_t views(const json::object& link) const {
         return linkOf(modify(idOf(link), "{}")).at("viewCnt").as_int64();
     }
@@ -45,8 +35,8 @@ TEST_F(SharePageTest, ALinkOpensItsFiles) {
     EXPECT_THAT(page.body, HasSubstr("Shared by owner"));
     EXPECT_THAT(page.body, HasSubstr("see &lt;this&gt;"));
     EXPECT_THAT(page.body, HasSubstr("<td>5 B</td>"));
-    EXPECT_EQ(send("GET", target(page.body, "Download<span")).body, "hello");
-    EXPECT_TRUE(send("GET", target(page.body, "a.txt")).header("content-disposition").starts_with("inline"));
+    EXPECT_EQ(send("GET", linkOn(page.body, "Download<span")).body, "hello");
+    EXPECT_TRUE(send("GET", linkOn(page.body, "a.txt")).header("content-disposition").starts_with("inline"));
     EXPECT_EQ(views(link), 1);
 }
 
@@ -93,13 +83,13 @@ TEST_F(SharePageTest, FoldersAreWalked) {
     const auto inner = owner_.makeFolder("inner", folder_);
     owner_.upload("deep.txt", "deep", 1000, inner);
     const auto link = linkOf(askForShare(R"("fileIds":[")" + folder_ + "\"]"));
-    const auto first = target(open(link).body, "folder/");
+    const auto first = linkOn(open(link).body, "folder/");
     EXPECT_EQ(first, "/s/" + shortUrlOf(link) + "/" + folder_);
-    const auto second = target(send("GET", process_.url() + first).body, "inner/");
+    const auto second = linkOn(send("GET", process_.url() + first).body, "inner/");
     const auto page = send("GET", process_.url() + second).body;
     EXPECT_THAT(page, HasSubstr("deep.txt"));
-    EXPECT_EQ(target(page, "All files"), "/s/" + shortUrlOf(link));
-    EXPECT_EQ(target(page, "folder<"), first);
+    EXPECT_EQ(linkOn(page, "All files"), "/s/" + shortUrlOf(link));
+    EXPECT_EQ(linkOn(page, "folder<"), first);
     EXPECT_EQ(views(link), 1) << "a folder is no view of its own";
     EXPECT_EQ(open(link, {}, "/12").status, 404);
 }
@@ -110,7 +100,7 @@ TEST_F(SharePageTest, ALongListGoesOnOnAnotherPage) {
     const auto page = open(link, {}, "/" + folder_).body;
     EXPECT_THAT(page, HasSubstr(">1199/<"));
     EXPECT_THAT(page, Not(HasSubstr(">1200/<")));
-    EXPECT_THAT(send("GET", process_.url() + target(page, "More files")).body, HasSubstr(">1200/<"));
+    EXPECT_THAT(send("GET", process_.url() + linkOn(page, "More files")).body, HasSubstr(">1200/<"));
 }
 
 TEST_F(SharePageTest, WhatIsNotPermittedIsNotOffered) {
