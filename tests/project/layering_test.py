@@ -17,6 +17,7 @@ ALLOWED = {
     "baseapi/transfer": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*"],
     "baseapi/contacts": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*", "baseapi/transfer"],
     "baseapi/backup": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*", "baseapi/transfer", "baseapi/contacts"],
+    "baseapi/testkit": [f"baseapi/{folder}" for folder in SHARED] + ["baseapi/api/*", "baseapi/transfer", "baseapi/backup"],
     "baseapi": ["*baseapi"],  # assembly.cpp names every implementation
     "hostkit": ["*baseapi"],
     "cli": ["*baseapi", "hostkit"],
