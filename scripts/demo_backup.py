@@ -21,11 +21,15 @@ def chunk(kind, content):
     return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
 
 
-def picture(colour, side=64):
-    """A square of one colour, as a PNG file."""
-    rows = (b"\0" + bytes(colour) * side) * side
-    header = struct.pack(">IIBBBBB", side, side, 8, 2, 0, 0, 0)
+def png(width, height, rows):
+    """A PNG file; each row is a zero byte and three bytes for each pixel."""
+    header = struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)
     return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+
+
+def picture(colour, side=64):
+    """A square of one colour."""
+    return png(side, side, (b"\0" + bytes(colour) * side) * side)
 
 
 def make_photos(folder):

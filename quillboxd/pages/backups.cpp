@@ -10,7 +10,7 @@ namespace {
 
 constexpr Column recordColumns[] = {{"Record", "number"}, {"Account", "any"}, {"Module"},
                                     {"Device", "any"},    {"Status"},         {"Files", "number"},
-                                    {"Counts", "any"},    {"Begun"},          {"Ended"}};
+                                    {"Counts", "wide"},   {"Begun"},          {"Ended"}};
 
 /// What the client told of its run: the members of an object, or else the text itself.
 std::string told(const std::optional<std::string>& properties) {

@@ -32,8 +32,8 @@ std::string faultTable(Call& call) {
     constexpr Column columns[] = {{"Fault", "number"},
                                   {"Kind"},
                                   {"Verb"},
-                                  {"Path", "any"},
-                                  {"Details", "any"},
+                                  {"Path", "wide"},
+                                  {"Details", "wide"},
                                   {"Lets pass", "number"},
                                   {"Hits at most", "number"},
                                   {"Has hit", "number"}};

@@ -8,7 +8,7 @@
 namespace quillboxd::pages {
 namespace {
 
-constexpr Column requestColumns[] = {{"Number", "number"}, {"Verb"},           {"Path", "any"},
+constexpr Column requestColumns[] = {{"Number", "number"}, {"Verb"},           {"Path", "wide"},
                                      {"Status", "number"}, {"Body", "number"}, {"ms", "number"}};
 
 std::string statusCell(std::int64_t status) {

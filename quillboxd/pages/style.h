@@ -27,7 +27,8 @@ tbody th { font-weight: 500; }
 tbody tr:nth-child(even) { background: var(--band); }
 td:first-child { overflow-wrap: normal; }
 .number { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; }
-.any { overflow-wrap: anywhere; min-width: 9rem; }
+.any, .wide { overflow-wrap: anywhere; min-width: 6rem; }
+.wide { min-width: 14rem; }
 time { white-space: nowrap; }
 .good { color: var(--good); }
 .bad { color: var(--bad); font-weight: 600; }

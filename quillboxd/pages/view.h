@@ -17,7 +17,7 @@ namespace quillboxd::pages {
 struct Column {
     std::string_view title;
     std::string_view look =
-        {};  ///< "number" for digits below each other, "any" for text that breaks anywhere
+        {};  ///< "number" for digits below each other; "any" or "wide" for text that breaks anywhere
 };
 
 /// The cells of a row as HTML; the first says what the row is about.

@@ -208,7 +208,7 @@ TEST_F(PagesTest, ARecordStandsWithItsCounts) {
         "POST", "device", R"({"machineCode":"m","deviceName":"Anna's phone","deviceOS":"os"})"));
     const auto lock = client_.takeLock("7001");
     const auto record = client_.addRecord(lock, "7001", device.at("deviceId").as_int64());
-    EXPECT_THAT(overview(), HasSubstr("<td>open</td><td class=\"number\">0</td><td class=\"any\"></td>"));
+    EXPECT_THAT(overview(), HasSubstr("<td>open</td><td class=\"number\">0</td><td class=\"wide\"></td>"));
     const std::string bytes = "BEGIN:VCARD";
     const auto created = client_
                              .plain("POST", "record/" + record + "/file",
@@ -220,9 +220,9 @@ TEST_F(PagesTest, ARecordStandsWithItsCounts) {
     client_.complete(textOf(created, "fileId"), bytes);
     client_.finish(record, lock, R"({"properties":"{\"successCount\":4,\"failedCount\":1}"})");
     const auto page = overview();
-    EXPECT_THAT(page,
-                HasSubstr("<td>7001</td><td class=\"any\">Anna&#39;s phone</td><td>finished</td>"
-                          "<td class=\"number\">1</td><td class=\"any\">successCount 4, failedCount 1</td>"));
+    EXPECT_THAT(
+        page, HasSubstr("<td>7001</td><td class=\"any\">Anna&#39;s phone</td><td>finished</td>"
+                        "<td class=\"number\">1</td><td class=\"wide\">successCount 4, failedCount 1</td>"));
 }
 
 TEST_F(PagesTest, WhatAClientToldOfItsRunNeedNotBeAnObject) {
@@ -256,11 +256,11 @@ TEST_F(PagesTest, ALockIsShownWhileItIsInForce) {
 TEST_F(PagesTest, TheLastRequestsComeFirst) {
     client_.get("/files/path?fileId=5");
     client_.post("/files/list", "{}");
-    EXPECT_THAT(overview(), HasSubstr("3</th><td>POST</td><td class=\"any\">/quillbox/ose/v1/files/list</td>"
+    EXPECT_THAT(overview(), HasSubstr("3</th><td>POST</td><td class=\"wide\">/quillbox/ose/v1/files/list</td>"
                                       "<td class=\"number\"><span class=\"good\">200</span></td>"
                                       "<td class=\"number\">2</td>"));
     EXPECT_THAT(overview(),
-                HasSubstr("2</th><td>GET</td><td class=\"any\">/quillbox/ose/v1/files/path?fileId=5</td>"
+                HasSubstr("2</th><td>GET</td><td class=\"wide\">/quillbox/ose/v1/files/path?fileId=5</td>"
                           "<td class=\"number\"><span class=\"bad\">404</span></td>"));
     EXPECT_LT(overview().find("files/list"), overview().find("files/path"));
 }
@@ -306,8 +306,8 @@ TEST_F(PagesTest, AFaultStandsWithItsHits) {
     plan(R"({"verb":"GET","path":"/quillbox/ose/v1/*","after":1,"times":5,"kind":"status","status":503,
              "body":{"code":7}})");
     for (int i = 0; i < 3; ++i) client_.get("/access");
-    EXPECT_THAT(overview(), HasSubstr("<td>status</td><td>GET</td><td class=\"any\">/quillbox/ose/v1/*</td>"
-                                      "<td class=\"any\">status 503, body {&quot;code&quot;:7}</td>"
+    EXPECT_THAT(overview(), HasSubstr("<td>status</td><td>GET</td><td class=\"wide\">/quillbox/ose/v1/*</td>"
+                                      "<td class=\"wide\">status 503, body {&quot;code&quot;:7}</td>"
                                       "<td class=\"number\">1</td><td class=\"number\">5</td>"
                                       "<td class=\"number\">2</td>"));
 }
