@@ -129,8 +129,9 @@ class Trials:
 def main(programs, mebibytes, kills):
     with tempfile.TemporaryDirectory(prefix="quillbox-endurance-") as name:
         folder = pathlib.Path(name)
-        # The file, what the service keeps of it, and what comes back.
-        room = (3 * mebibytes + (2 * kills + 8) * KILLED_MEBIBYTES) * MEBIBYTE
+        # The file, what the service keeps of it, and what comes back; then, for each kill of an upload or of the service,
+        # what was under way, which keeps its room, and the whole file.
+        room = (3 * mebibytes + (4 * kills + 8) * KILLED_MEBIBYTES) * MEBIBYTE
         if shutil.disk_usage(folder).free < room:
             raise Failed(f"there is not enough room in {folder.parent}; TMPDIR names another place")
         with Service(programs / "quillboxd", folder, "--quota", str(room)) as service:
