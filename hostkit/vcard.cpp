@@ -49,12 +49,10 @@ void requireOneCard(const std::vector<VCardLine>& lines) {
 }
 
 std::optional<std::string> labelOf(const VCardLine& line) {
-    const auto types = line.valuesOf("TYPE");
-    if (types.empty()) return std::nullopt;
-    std::string label;
-    for (const auto type : types) {
-        if (!label.empty()) label += ',';
-        label += asciiUpperCased(type);
+    std::optional<std::string> label;
+    for (const auto type : line.valuesOf("TYPE")) {
+        if (type.empty()) continue;
+        label = (label ? *label + ',' : "") + asciiUpperCased(type);
     }
     return label;
 }

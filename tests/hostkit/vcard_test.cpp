@@ -63,6 +63,11 @@ TEST(VCardTest, ACardOfVersionFourIsReadWithQuotedTypesAndTelAddresses) {
     EXPECT_EQ(contact.emailAddresses.at(0).label, std::nullopt);
 }
 
+TEST(VCardTest, EmptyTypesAreNoLabel) {
+    const auto contact = contactOf(card("FN:Jane\r\nTEL;TYPE=:1\r\nTEL;TYPE=,home,:2"));
+    EXPECT_THAT(contact.phoneNumbers, ElementsAre(phone(std::nullopt, "1"), phone("HOME", "2")));
+}
+
 TEST(VCardTest, TheFormattedNameStandsInForAnAbsentOrEmptyName) {
     EXPECT_EQ(contactOf(card("FN:Jane Doe")).givenName, "Jane Doe");
     EXPECT_EQ(contactOf(card("FN:Jane Doe\nN:;;;;")).givenName, "Jane Doe");
