@@ -13,7 +13,7 @@ OPERATIONS = re.compile(r"BASEAPI_OPERATIONS\(([^)]*)\)")
 def build(source, folder):
     subprocess.run(["cmake", "-S", source / "bench" / "size", "-B", folder, "-G", "Ninja"],
                    check=True, stdout=subprocess.DEVNULL)
-    subprocess.run(["cmake", "--build", folder, "--target", "baseapi", "shared", "host"], check=True, stdout=sys.stderr)
+    subprocess.run(["cmake", "--build", folder, "--target", "baseapi", "baseapi_shared", "host"], check=True, stdout=sys.stderr)
 
 
 def stripped(path, *options):
@@ -56,7 +56,7 @@ def main(source, folder):
     build(source, folder)
     table("Stripped sizes, built for size", [
         ("static library", kibibytes(stripped(folder / "baseapi/baseapi/libbaseapi.a", "--strip-debug"))),
-        ("shared library", kibibytes(stripped(folder / "libbaseapi.so"))),
+        ("shared library", kibibytes(stripped(folder / "baseapi/baseapi/libbaseapi.so"))),
         ("host that uploads a file, linked statically", kibibytes(stripped(folder / "host"))),
     ])
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "baseapi/platform/export.h"
 #include "baseapi/platform/photo_library.h"
 
 namespace hostkit {
@@ -23,7 +24,7 @@ namespace hostkit {
 /// All operations may be called from any thread and from several at once, and a request answers before it
 /// returns. Nothing is kept in memory between two calls, so other programs may change the folder meanwhile;
 /// an asset that has gone since is one without content. An identifier of elsewhere leads nowhere.
-class FolderPhotoLibrary : public baseapi::PhotoLibrary {
+class BASEAPI_API FolderPhotoLibrary : public baseapi::PhotoLibrary {
   public:
     /// Told of a file or folder that was passed over and why, on the thread of the fetch.
     using Warning = std::function<void(const std::filesystem::path& path, const std::string& why)>;

@@ -9,6 +9,7 @@
 #include <variant>
 
 #include "baseapi/core/slice_file.h"
+#include "baseapi/platform/export.h"
 #include "baseapi/transfer/sha256_result.h"
 
 namespace hostkit {
@@ -21,7 +22,7 @@ namespace hostkit {
 ///
 /// All operations may be called from any thread and from several at once. The object must outlive the calls
 /// under way.
-class SliceFile : public baseapi::ISliceFile {
+class BASEAPI_API SliceFile : public baseapi::ISliceFile {
   public:
     /// What a host may want to be told; both run on the thread of the call that they are about, and may be
     /// absent.

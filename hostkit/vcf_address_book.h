@@ -5,6 +5,7 @@
 #include <string>
 
 #include "baseapi/platform/address_book.h"
+#include "baseapi/platform/export.h"
 
 namespace hostkit {
 
@@ -18,7 +19,7 @@ namespace hostkit {
 ///
 /// All operations may be called from any thread and from several at once; nothing is kept in memory between
 /// two calls, so other programs may change the folder meanwhile.
-class VcfAddressBook : public baseapi::AddressBook {
+class BASEAPI_API VcfAddressBook : public baseapi::AddressBook {
   public:
     /// Told of a card that was passed over and why, on the thread of the enumeration.
     using Warning = std::function<void(const std::filesystem::path& file, const std::string& why)>;

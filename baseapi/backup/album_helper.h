@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "baseapi/core/url.h"
+#include "baseapi/platform/export.h"
 #include "baseapi/platform/photo_library.h"
 
 namespace baseapi::inline v1 {
@@ -26,7 +27,7 @@ struct MediaAssets {
 
 /// Static access to the photo library of the platform. Without one there is no permission, and nothing to be
 /// found.
-class AlbumHelper {
+class BASEAPI_API AlbumHelper {
   public:
     /// Receives the file of an asset, absent where it has none, on the photo library's thread.
     using URLCompletion = std::function<void(std::optional<URL>)>;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "baseapi/platform/export.h"
 #include "baseapi/platform/photo_library.h"
 
 namespace baseapi::inline v1 {
@@ -19,7 +20,7 @@ struct AssetSliceError {
 };
 
 /// Reads byte ranges of photo library assets, for a host that hashes or uploads an asset in slices.
-class AssetSliceFetcher {
+class BASEAPI_API AssetSliceFetcher {
   public:
     /// Receives the bytes or the error: exactly one of them is present.
     using Completion =

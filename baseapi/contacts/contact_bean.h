@@ -8,11 +8,12 @@
 
 #include "baseapi/contacts/contact_kinds.h"
 #include "baseapi/platform/address_book.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
 /// A contact on its way from the address book into a vCard. It carries no lock: a record belongs to one run.
-class ContactBean {
+class BASEAPI_API ContactBean {
   public:
     /// Where the contact works.
     struct OrganizationInfo {

@@ -5,10 +5,12 @@
 #include <optional>
 #include <string_view>
 
+#include "baseapi/platform/export.h"
+
 namespace baseapi::inline v1 {
 
 /// What a phone number is for. Its text is the vCard word.
-class PhoneNumberType {
+class BASEAPI_API PhoneNumberType {
   public:
     /// The kinds by themselves, for a `switch`.
     enum Case : std::uint8_t { home, mobile, work, faxWork, faxHome, pager, other };
@@ -32,7 +34,7 @@ class PhoneNumberType {
 };
 
 /// What an email address is for. Its text is the vCard word.
-class EmailType {
+class BASEAPI_API EmailType {
   public:
     /// The kinds by themselves, for a `switch`.
     enum Case : std::uint8_t { home, work, other, mobile };

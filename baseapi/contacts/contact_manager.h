@@ -4,11 +4,12 @@
 
 #include "baseapi/contacts/contact_bean.h"
 #include "baseapi/platform/address_book.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
 /// The one reader of the address book.
-class ContactManager {
+class BASEAPI_API ContactManager {
   public:
     /// Made on first use, never destroyed. Callable from any thread.
     static ContactManager& shared();

@@ -8,6 +8,7 @@
 #include "baseapi/contacts/contact_bean.h"
 #include "baseapi/core/cases.h"
 #include "baseapi/core/url.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
@@ -38,7 +39,7 @@ struct VcfFileResult {
 using VcfFileCompletion = std::function<void(VcfFileResult)>;
 
 /// Writes contacts into a vCard file.
-class VCardGenerator {
+class BASEAPI_API VCardGenerator {
   public:
     VCardGenerator() = delete;
 

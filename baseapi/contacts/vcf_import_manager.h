@@ -6,13 +6,14 @@
 
 #include "baseapi/core/url.h"
 #include "baseapi/platform/address_book.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
 /// Brings the contacts of a vCard file into the address book. The file wins: a local contact of the same name
 /// that shares a phone number with one of the file's is replaced. All operations are synchronous, run on the
 /// caller's thread and leave the permission to the caller.
-class VCFImportManager {
+class BASEAPI_API VCFImportManager {
   public:
     VCFImportManager() = delete;
 

@@ -2,10 +2,12 @@
 
 #include <string>
 
+#include "baseapi/platform/export.h"
+
 namespace baseapi::inline v1 {
 
 /// Names for vCard files.
-class VCFManager {
+class BASEAPI_API VCFManager {
   public:
     VCFManager() = delete;
 

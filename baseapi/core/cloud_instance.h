@@ -5,6 +5,7 @@
 #include <string>
 
 #include "baseapi/core/guarded.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
@@ -31,7 +32,7 @@ class IUser;
 /// is kept on disk, and the library never sets a session value itself. All values may be read and set from
 /// any thread; a request reads `host` and `token` when it is sent, and what is under way keeps what it has
 /// read.
-class CloudInstance {
+class BASEAPI_API CloudInstance {
   public:
     /// The process-wide instance; made on first use, never destroyed.
     static CloudInstance& shared();

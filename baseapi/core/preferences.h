@@ -10,6 +10,7 @@
 
 #include "baseapi/json/codec.h"
 #include "baseapi/json/json_value.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
@@ -24,7 +25,7 @@ concept PreferenceElement = std::same_as<T, std::string> || std::same_as<T, std:
 ///
 /// The getters of numbers and booleans take a default that has no effect: a stored 0 and a missing key cannot
 /// be told apart by them. `contains` can.
-class Preferences {
+class BASEAPI_API Preferences {
   public:
     /// The process-wide instance; made on first use, never destroyed.
     static Preferences& shared();

@@ -4,10 +4,12 @@
 #include <string>
 #include <string_view>
 
+#include "baseapi/platform/export.h"
+
 namespace baseapi::inline v1 {
 
 /// The address of a local file or of something on the network.
-class URL {
+class BASEAPI_API URL {
   public:
     /// An address as text, such as "https://example.org/a". A text with the scheme "file" is a file's
     /// address; its percent sequences are decoded, all but "%00", which no path can hold.

@@ -74,7 +74,7 @@ std::string EncodingError::description() const {
 
 std::optional<DecodingError> decode(const RecordCodec& codec, std::string& text, void* record,
                                     DecodingMode mode) {
-    if (mode == DecodingMode::strict) codec.reset(record);
+    if (mode == DecodingMode::strict) codec.renew(record);
     return readText(text, mode, [&](json::Reader& reader, json::Reader::Parser& parser) {
         return reader.readDocument(parser, text, codec, record);
     });

@@ -7,11 +7,12 @@
 
 #include "baseapi/json/json_value.h"
 #include "baseapi/json/record.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
 /// Why a text did not decode, and where.
-struct DecodingError {
+struct BASEAPI_API DecodingError {
     /// What is wrong with the text.
     enum class Kind { keyNotFound, valueNotFound, typeMismatch, dataCorrupted };
 
@@ -29,7 +30,7 @@ struct DecodingError {
 };
 
 /// Why a record did not encode, such as "Unsupported type", and where.
-struct EncodingError {
+struct BASEAPI_API EncodingError {
     std::string path;
     std::string detail;
 
@@ -54,25 +55,26 @@ template <Record T>
 const RecordCodec& codecOf();
 
 /// The record type's name, such as "FilesListBean".
-std::string_view recordName(const RecordCodec& codec);
+BASEAPI_API std::string_view recordName(const RecordCodec& codec);
 
 // The same by codec, for code that is written without `T`. `record` is the address of a record of the codec's
 // type. A value of any nesting, size or encoding ends in a record or in an error.
 
 /// Reads `text` into `record`. Grows the capacity of `text` where the reader needs room behind its end; its
 /// content stays. After an error the record is valid, with unspecified content.
-std::optional<DecodingError> decode(const RecordCodec& codec, std::string& text, void* record,
-                                    DecodingMode mode = DecodingMode::strict);
+BASEAPI_API std::optional<DecodingError> decode(const RecordCodec& codec, std::string& text, void* record,
+                                                DecodingMode mode = DecodingMode::strict);
 
 /// Appends the record's JSON object to `text`. After an error `text` is as it was.
-std::optional<EncodingError> encode(const RecordCodec& codec, const void* record, std::string& text);
+BASEAPI_API std::optional<EncodingError> encode(const RecordCodec& codec, const void* record,
+                                                std::string& text);
 
 /// The value of any JSON text, a single string or number included. `error` receives the reason where there is
 /// none. Grows the capacity of `text` as `decode` does.
-std::optional<JSONValue> parseJSON(std::string& text, DecodingError* error = nullptr);
+BASEAPI_API std::optional<JSONValue> parseJSON(std::string& text, DecodingError* error = nullptr);
 
 /// The JSON text of a value, or nothing where it has no JSON form.
-std::optional<std::string> writeJSON(const JSONValue& value);
+BASEAPI_API std::optional<std::string> writeJSON(const JSONValue& value);
 
 /// Reads a record of type `T` from JSON text.
 template <Record T>

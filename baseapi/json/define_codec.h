@@ -1,7 +1,12 @@
 #pragma once
 
+#include <atomic>
+#include <bit>
 #include <concepts>
+#include <cstddef>
 #include <map>
+#include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -19,9 +24,9 @@
 ///
 ///     #include "baseapi/json/define_codec.h"
 ///
-///     template const RecordCodec& baseapi::codecOf<baseapi::FilesListBean>();
+///     template BASEAPI_API const RecordCodec& codecOf<FilesListBean>();
 ///
-/// Records inside records follow by themselves.
+/// Records inside records follow by themselves, but are not exported by that.
 
 namespace baseapi::inline v1 {
 namespace json {
@@ -37,7 +42,7 @@ concept TextEnumeration = IntEnumeration<T> && requires {
     wireTexts(T{});
 };
 template <TextEnumeration T>
-inline constexpr auto textsOf = wireTexts(T{});
+[[gnu::visibility("hidden")]] inline constexpr auto textsOf = wireTexts(T{});
 
 /// Its cases are their numbers.
 template <class T>
@@ -46,7 +51,7 @@ concept NumberEnumeration = IntEnumeration<T> && requires {
     T::unknown;
 };
 template <NumberEnumeration T>
-inline constexpr auto numbersOf = wireNumbers(T{});
+[[gnu::visibility("hidden")]] inline constexpr auto numbersOf = wireNumbers(T{});
 
 template <class T>
 struct KindOf;
@@ -81,6 +86,9 @@ inline constexpr ArrayAccess arrayAccess = {
     [](const void* array) -> const void* { return static_cast<const Array*>(array)->data(); },
 };
 
+template <Record T>
+const RecordCodec& onlyCodec();
+
 template <class T>
 constexpr Type describe();
 template <class T>
@@ -90,7 +98,7 @@ template <class T>
 constexpr Type describe() {
     Type type{KindOf<T>::value, sizeof(T)};
     if constexpr (KindOf<T>::value == Kind::record) {
-        type.record = &codecOf<T>;
+        type.record = &onlyCodec<T>;
     } else {
         type.zero = [](void* value) { *static_cast<T*>(value) = T{}; };
     }
@@ -125,40 +133,64 @@ template <class T>
 concept OnlyOptional =
     std::same_as<T, FlatMap> || std::same_as<T, EmbeddedMap> || std::same_as<T, EmbeddedDocument>;
 
+template <class Pointer>
+struct MemberType;
+template <class M, class T>
+struct MemberType<M T::*> {
+    using type = M;
+};
+template <class Pointer>
+using MemberOf = typename MemberType<Pointer>::type;
+
 template <class T>
-Field makeField(std::string_view key, std::size_t offset, const T*) {
+struct FieldTypeOf {
     static_assert(!OnlyOptional<T>, "has to be a std::optional");
-    return {Key(key), offset, &typeOf<T>, nullptr};
-}
+    static constexpr FieldType value{&typeOf<T>, nullptr};
+};
 template <class T>
-Field makeField(std::string_view key, std::size_t offset, const std::optional<T>*) {
-    return {Key(key), offset, &typeOf<T>, &presenceOf<std::optional<T>>};
-}
+struct FieldTypeOf<std::optional<T>> {
+    static constexpr FieldType value{&typeOf<T>, &presenceOf<std::optional<T>>};
+};
 template <class T>
-Field makeField(std::string_view key, std::size_t offset, const Shared<T>*) {
-    return {Key(key), offset, &typeOf<T>, &presenceOf<Shared<T>>};
+struct FieldTypeOf<Shared<T>> {
+    static constexpr FieldType value{&typeOf<T>, &presenceOf<Shared<T>>};
+};
+
+/// Gives a record the content of a new one, in its place: an assignment would be code that nothing else
+/// needs.
+template <Record T>
+void renew(void* place) noexcept {
+    std::destroy_at(static_cast<T*>(place));
+    ::new (place) T(emptyRecord<T>());
 }
 
 template <Record T>
-RecordCodec* makeCodec() {
-    const T probe = emptyRecord<T>();
-    std::vector<Field> fields;
-    T::fields([&](std::string_view key, auto member) {
-        const auto* place = &(probe.*member);
-        const auto offset = reinterpret_cast<const char*>(place) - reinterpret_cast<const char*>(&probe);
-        fields.push_back(makeField(key, static_cast<std::size_t>(offset), place));
+void listFields(FieldList& fields) {
+    T::fields([&](const char* key, auto member) {
+        const auto own = static_cast<MemberOf<decltype(member)> T::*>(member);
+        // What a pointer to a data member holds, with g++ and clang on every system, is the member's place.
+        fields.add(key, std::bit_cast<std::ptrdiff_t>(own), FieldTypeOf<MemberOf<decltype(member)>>::value);
     });
-    return new RecordCodec(
-        T::recordName, requires { requires T::lenient; },
-        [](void* record) { *static_cast<T*>(record) = emptyRecord<T>(); }, std::move(fields));
+}
+
+template <Record T>
+inline constexpr RecordDescription descriptionOf = {T::recordName, requires {requires T::lenient;
+}  // namespace json
+, &renew<T>, &listFields<T>
+};  // namespace baseapi::inline v1
+
+template <Record T>
+const RecordCodec& onlyCodec() {
+    static constinit std::atomic<const RecordCodec*> codec = nullptr;
+    const auto* made = codec.load(std::memory_order_acquire);
+    return made != nullptr ? *made : makeCodec(codec, descriptionOf<T>);
 }
 
 }  // namespace json
 
 template <Record T>
 const RecordCodec& codecOf() {
-    static const RecordCodec& codec = *json::makeCodec<T>();  // never destroyed
-    return codec;
+    return json::onlyCodec<T>();
 }
 
 }  // namespace baseapi::inline v1

@@ -10,6 +10,8 @@
 #include <variant>
 #include <vector>
 
+#include "baseapi/platform/export.h"
+
 namespace baseapi::inline v1 {
 
 /// One value of any JSON type, held as a dynamically typed value.
@@ -27,7 +29,7 @@ struct JSONValue {
 };
 
 /// Equal when both hold equal values of one type; values that JSON does not know are equal to nothing.
-bool operator==(const JSONValue& left, const JSONValue& right);
+BASEAPI_API bool operator==(const JSONValue& left, const JSONValue& right);
 
 /// An object of any JSON values. Nested arrays and objects stay what they are; null becomes the null marker.
 struct AnyMap {

@@ -176,7 +176,7 @@ bool Reader::readRecord(const RecordCodec& codec, Value& value, void* record) {
         const Field& field = codec.fields[index];
         void* place = static_cast<char*>(record) + field.offset;
         // A key that comes twice counts the last time, with nothing left of the first.
-        if (field.mergesWhenReadTwice() && seen[index]) field.type->record().reset(place);
+        if (field.mergesWhenReadTwice() && seen[index]) field.type->record().renew(place);
         if (!readField(codec, field, member.value(), place)) return inside(field.key.name());
         seen.set(index);
         previous = index;

@@ -1,6 +1,7 @@
 #include "baseapi/json/schema.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "baseapi/json/codec.h"
@@ -22,9 +23,22 @@ json::Key::Key(std::string_view name) : length_(name.size() + 3) {
     lastWord_ = load(mask.data());
 }
 
-RecordCodec::RecordCodec(std::string_view recordName, bool takesMissingKeys, void (*resetRecord)(void*),
-                         std::vector<json::Field> recordFields)
-    : name(recordName), reset(resetRecord), fields(std::move(recordFields)), lenient(takesMissingKeys) {
+void json::FieldList::add(const char* key, std::ptrdiff_t offset, const FieldType& type) {
+    fields.push_back({Key(key), static_cast<std::size_t>(offset), type.type, type.presence});
+}
+
+const RecordCodec& json::makeCodec(std::atomic<const RecordCodec*>& codec,
+                                   const RecordDescription& description) {
+    auto made = std::make_unique<RecordCodec>(description);
+    const RecordCodec* other = nullptr;
+    return codec.compare_exchange_strong(other, made.get()) ? *made.release() : *other;
+}
+
+RecordCodec::RecordCodec(const json::RecordDescription& description)
+    : name(description.name), renew(description.renew), lenient(description.lenient) {
+    json::FieldList list;
+    description.listFields(list);
+    fields = std::move(list.fields);
     if (fields.size() > maxFields) fatalStop("too many fields in a record");
     slots_.fill(static_cast<std::uint8_t>(notFound));
     for (std::size_t index = 0; index < fields.size(); ++index) {

@@ -122,6 +122,12 @@ class Key {
     std::uint64_t lastWord_;
 };
 
+/// The type of a field's value, and null or how the field is looked at where it may be absent.
+struct FieldType {
+    const Type* type;
+    const Presence* presence;
+};
+
 struct Field {
     Key key;
     std::size_t offset;
@@ -134,6 +140,27 @@ struct Field {
     bool mustBeThere() const { return presence == nullptr && type->kind != Kind::lenientInt64; }
 };
 
+/// The fields of a record while its table is made. Each field of each record is a call of `add`, so that its
+/// arguments are what costs least code.
+struct FieldList {
+    std::vector<Field> fields;
+
+    void add(const char* key, std::ptrdiff_t offset, const FieldType& type);
+};
+
+/// What the declaration of a record says.
+struct RecordDescription {
+    std::string_view name;
+    /// Missing keys leave the defaults in place.
+    bool lenient;
+    /// Gives a record the content of a new one.
+    void (*renew)(void* record);
+    void (*listFields)(FieldList& fields);
+};
+
+/// Makes the codec, unless another thread has just made it, and keeps it for the life of the process.
+const RecordCodec& makeCodec(std::atomic<const RecordCodec*>& codec, const RecordDescription& description);
+
 }  // namespace json
 
 /// What the reader and the writer know of a record type; made once for each type, on first use.
@@ -142,8 +169,7 @@ struct RecordCodec {
     static constexpr std::size_t notFound = maxFields;
     using FieldSet = std::bitset<maxFields>;
 
-    RecordCodec(std::string_view recordName, bool takesMissingKeys, void (*resetRecord)(void*),
-                std::vector<json::Field> recordFields);
+    explicit RecordCodec(const json::RecordDescription& description);
 
     /// The place of a key in `fields`, or `notFound`.
     std::size_t find(std::string_view key) const;
@@ -158,7 +184,7 @@ struct RecordCodec {
     }
 
     std::string_view name;
-    void (*reset)(void* record);
+    void (*renew)(void* record);
     std::vector<json::Field> fields;
     /// Missing keys leave the defaults in place.
     bool lenient;

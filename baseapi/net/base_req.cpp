@@ -23,6 +23,10 @@ void RequestCore::callRequest() {
         [self = shared_from_this(), request = httpRequest()]() mutable { self->send(std::move(request)); });
 }
 
+void RequestCore::call(std::unique_ptr<RequestCore> request) {
+    std::shared_ptr<RequestCore>(std::move(request))->callRequest();
+}
+
 void RequestCore::setAddress(std::string path, std::string query) {
     url = std::move(path);
     params = std::move(query);

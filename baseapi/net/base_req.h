@@ -32,6 +32,8 @@ class RequestCore : public std::enable_shared_from_this<RequestCore> {
 
     /// Starts the request and returns. The result comes through the callback alone, exactly once.
     void callRequest();
+    /// The same for a request that nobody else holds; it lives until its callback has run.
+    static void call(std::unique_ptr<RequestCore> request);
 
     std::optional<Headers> heads;
     const HTTPMethod method;
@@ -82,7 +84,7 @@ class RequestCore : public std::enable_shared_from_this<RequestCore> {
 template <class T>
 class BaseReq : public RequestCore {
   public:
-    BaseReq(HTTPMethod verb, NetworkCallback<T> callback)
+    BaseReq(HTTPMethod verb, NetworkCallback<T>&& callback)
         : RequestCore(verb), onCallback(std::move(callback)) {}
 
     NetworkCallback<T> onCallback;
@@ -97,7 +99,7 @@ class BaseReq : public RequestCore {
     void deliverFailure(std::int64_t code, std::string message) override {
         deliver({NetworkFailure{code, std::move(message)}});
     }
-    void deliver(NetworkResult<T> result) {
+    void deliver(NetworkResult<T>&& result) {
         invokeCallback(std::exchange(onCallback, nullptr), std::move(result));
     }
 };
@@ -106,16 +108,17 @@ class BaseReq : public RequestCore {
 template <class Bean, class T>
 class BeanReq : public BaseReq<T> {
   public:
-    BeanReq(HTTPMethod verb, std::optional<Bean> record, NetworkCallback<T> callback)
+    BeanReq(HTTPMethod verb, std::optional<Bean>&& record, NetworkCallback<T>&& callback)
         : BaseReq<T>(verb, std::move(callback)), bean(std::move(record)) {}
 
     std::optional<Bean> bean;
 };
 
-/// Makes the request object and starts it; it lives until its callback has run.
+/// Makes the request object and starts it. It is held as what all requests share: a holder of each type of
+/// its own would be code for each operation.
 template <class Request, class... Arguments>
 void start(Arguments&&... arguments) {
-    std::make_shared<Request>(std::forward<Arguments>(arguments)...)->callRequest();
+    RequestCore::call(std::make_unique<Request>(std::forward<Arguments>(arguments)...));
 }
 
 }  // namespace baseapi::inline v1

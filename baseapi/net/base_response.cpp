@@ -4,6 +4,6 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<BaseResponse>();
+template BASEAPI_API const RecordCodec& codecOf<BaseResponse>();
 
 }  // namespace baseapi::inline v1

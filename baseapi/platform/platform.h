@@ -7,6 +7,7 @@
 
 #include "baseapi/platform/address_book.h"
 #include "baseapi/platform/executor.h"
+#include "baseapi/platform/export.h"
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/platform/key_value_store.h"
 #include "baseapi/platform/log_sink.h"
@@ -51,9 +52,9 @@ struct Platform {
 
 /// Puts the host's parts in place. Call it before the first use of anything else of the library; a later call
 /// is a programming error and ends the process.
-void usePlatform(Platform parts);
+BASEAPI_API void usePlatform(Platform parts);
 
 /// The parts in use, every one of them present. The first call settles them for the life of the process.
-const Platform& platform();
+BASEAPI_API const Platform& platform();
 
 }  // namespace baseapi::inline v1

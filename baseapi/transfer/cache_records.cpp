@@ -4,9 +4,9 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<UploadCacheItemBean>();
-template const RecordCodec& codecOf<UploadCacheBean>();
-template const RecordCodec& codecOf<DownloadCacheItenBean>();
-template const RecordCodec& codecOf<DownloadCacheBean>();
+template BASEAPI_API const RecordCodec& codecOf<UploadCacheItemBean>();
+template BASEAPI_API const RecordCodec& codecOf<UploadCacheBean>();
+template BASEAPI_API const RecordCodec& codecOf<DownloadCacheItenBean>();
+template BASEAPI_API const RecordCodec& codecOf<DownloadCacheBean>();
 
 }  // namespace baseapi::inline v1

@@ -4,11 +4,12 @@
 #include <string_view>
 
 #include "baseapi/core/url.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
 /// What a file's suffix says of it.
-class FileInfoUtil {
+class BASEAPI_API FileInfoUtil {
   public:
     FileInfoUtil() = delete;
 

@@ -6,8 +6,8 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<PartInfo>();
-template const RecordCodec& codecOf<Sha256Result>();
+template BASEAPI_API const RecordCodec& codecOf<PartInfo>();
+template BASEAPI_API const RecordCodec& codecOf<Sha256Result>();
 
 std::vector<MultiPartInfo> multiPartInfos(std::vector<PartInfo> parts) {
     std::vector<MultiPartInfo> infos;

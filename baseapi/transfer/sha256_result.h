@@ -7,6 +7,7 @@
 
 #include "baseapi/api/records/multi_part_info.h"
 #include "baseapi/json/record.h"
+#include "baseapi/platform/export.h"
 
 namespace baseapi::inline v1 {
 
@@ -39,6 +40,6 @@ struct Sha256Result {
 };
 
 /// The parts as the service takes them: in their order, numbered from 1 by their place.
-std::vector<MultiPartInfo> multiPartInfos(std::vector<PartInfo> parts);
+BASEAPI_API std::vector<MultiPartInfo> multiPartInfos(std::vector<PartInfo> parts);
 
 }  // namespace baseapi::inline v1

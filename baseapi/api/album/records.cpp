@@ -4,21 +4,21 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<CreateAlbumReq>();
-template const RecordCodec& codecOf<CreateAlbumResp>();
-template const RecordCodec& codecOf<UpdateAlbumReq>();
-template const RecordCodec& codecOf<UpdateAlbumReqEx>();
-template const RecordCodec& codecOf<DeleteAlbumReq>();
-template const RecordCodec& codecOf<GetAlbumListReq>();
-template const RecordCodec& codecOf<AlbumItem>();
-template const RecordCodec& codecOf<ListAlbumsResp>();
-template const RecordCodec& codecOf<AlbumContent>();
-template const RecordCodec& codecOf<GetAlbumFileListReq>();
-template const RecordCodec& codecOf<ListAlbumContentResp>();
-template const RecordCodec& codecOf<FileMap>();
-template const RecordCodec& codecOf<BatchAddContent2AlbumReq>();
-template const RecordCodec& codecOf<BatchAddContent2AlbumReqEx>();
-template const RecordCodec& codecOf<DeleteAlbumContentReq>();
-template const RecordCodec& codecOf<DeleteAlbumContent>();
+template BASEAPI_API const RecordCodec& codecOf<CreateAlbumReq>();
+template BASEAPI_API const RecordCodec& codecOf<CreateAlbumResp>();
+template BASEAPI_API const RecordCodec& codecOf<UpdateAlbumReq>();
+template BASEAPI_API const RecordCodec& codecOf<UpdateAlbumReqEx>();
+template BASEAPI_API const RecordCodec& codecOf<DeleteAlbumReq>();
+template BASEAPI_API const RecordCodec& codecOf<GetAlbumListReq>();
+template BASEAPI_API const RecordCodec& codecOf<AlbumItem>();
+template BASEAPI_API const RecordCodec& codecOf<ListAlbumsResp>();
+template BASEAPI_API const RecordCodec& codecOf<AlbumContent>();
+template BASEAPI_API const RecordCodec& codecOf<GetAlbumFileListReq>();
+template BASEAPI_API const RecordCodec& codecOf<ListAlbumContentResp>();
+template BASEAPI_API const RecordCodec& codecOf<FileMap>();
+template BASEAPI_API const RecordCodec& codecOf<BatchAddContent2AlbumReq>();
+template BASEAPI_API const RecordCodec& codecOf<BatchAddContent2AlbumReqEx>();
+template BASEAPI_API const RecordCodec& codecOf<DeleteAlbumContentReq>();
+template BASEAPI_API const RecordCodec& codecOf<DeleteAlbumContent>();
 
 }  // namespace baseapi::inline v1

@@ -4,19 +4,19 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<DrivePackageInfo>();
-template const RecordCodec& codecOf<GetstandPackagesResponse>();
-template const RecordCodec& codecOf<OrderedPackageInfo>();
-template const RecordCodec& codecOf<GetStandPackagesOrdersResponse>();
-template const RecordCodec& codecOf<OrderInfo>();
-template const RecordCodec& codecOf<PackageChangeReq>();
-template const RecordCodec& codecOf<PackageChangeBaseInfo>();
-template const RecordCodec& codecOf<PackageChangeInfo>();
-template const RecordCodec& codecOf<ReverseOperationAllPropertiesInfo>();
-template const RecordCodec& codecOf<ReverseBatchOperationReq>();
-template const RecordCodec& codecOf<OperationResultInfo>();
-template const RecordCodec& codecOf<BatchOperationInfo>();
-template const RecordCodec& codecOf<BatchOperationResultResp>();
-template const RecordCodec& codecOf<NotifyPackageExpireReq>();
+template BASEAPI_API const RecordCodec& codecOf<DrivePackageInfo>();
+template BASEAPI_API const RecordCodec& codecOf<GetstandPackagesResponse>();
+template BASEAPI_API const RecordCodec& codecOf<OrderedPackageInfo>();
+template BASEAPI_API const RecordCodec& codecOf<GetStandPackagesOrdersResponse>();
+template BASEAPI_API const RecordCodec& codecOf<OrderInfo>();
+template BASEAPI_API const RecordCodec& codecOf<PackageChangeReq>();
+template BASEAPI_API const RecordCodec& codecOf<PackageChangeBaseInfo>();
+template BASEAPI_API const RecordCodec& codecOf<PackageChangeInfo>();
+template BASEAPI_API const RecordCodec& codecOf<ReverseOperationAllPropertiesInfo>();
+template BASEAPI_API const RecordCodec& codecOf<ReverseBatchOperationReq>();
+template BASEAPI_API const RecordCodec& codecOf<OperationResultInfo>();
+template BASEAPI_API const RecordCodec& codecOf<BatchOperationInfo>();
+template BASEAPI_API const RecordCodec& codecOf<BatchOperationResultResp>();
+template BASEAPI_API const RecordCodec& codecOf<NotifyPackageExpireReq>();
 
 }  // namespace baseapi::inline v1

@@ -4,13 +4,13 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<GetStarFilesBean>();
-template const RecordCodec& codecOf<StarFileInfo>();
-template const RecordCodec& codecOf<GetStarFilesResponse>();
-template const RecordCodec& codecOf<StarFileRequest>();
-template const RecordCodec& codecOf<GetStarBatchBean>();
-template const RecordCodec& codecOf<SubResponse>();
-template const RecordCodec& codecOf<GetStarBatchResponse>();
-template const RecordCodec& codecOf<UpdateRevisionBean>();
+template BASEAPI_API const RecordCodec& codecOf<GetStarFilesBean>();
+template BASEAPI_API const RecordCodec& codecOf<StarFileInfo>();
+template BASEAPI_API const RecordCodec& codecOf<GetStarFilesResponse>();
+template BASEAPI_API const RecordCodec& codecOf<StarFileRequest>();
+template BASEAPI_API const RecordCodec& codecOf<GetStarBatchBean>();
+template BASEAPI_API const RecordCodec& codecOf<SubResponse>();
+template BASEAPI_API const RecordCodec& codecOf<GetStarBatchResponse>();
+template BASEAPI_API const RecordCodec& codecOf<UpdateRevisionBean>();
 
 }  // namespace baseapi::inline v1

@@ -4,22 +4,22 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<FileInfo>();
-template const RecordCodec& codecOf<CreateTaskInfoReq>();
-template const RecordCodec& codecOf<CreateJobBean>();
-template const RecordCodec& codecOf<CreateJobsResponse>();
-template const RecordCodec& codecOf<CancelJobsBean>();
-template const RecordCodec& codecOf<CancelJobsResponse>();
-template const RecordCodec& codecOf<GetJobDetailByIdBean>();
-template const RecordCodec& codecOf<JobDetailInfo>();
-template const RecordCodec& codecOf<TaskInfo>();
-template const RecordCodec& codecOf<UncompressedFileInfo>();
-template const RecordCodec& codecOf<JobDetailData>();
-template const RecordCodec& codecOf<GetJobDetailByIdResponse>();
-template const RecordCodec& codecOf<GetJobsBean>();
-template const RecordCodec& codecOf<JobInfo>();
-template const RecordCodec& codecOf<GetJobsResponse>();
-template const RecordCodec& codecOf<ShareJobInfo>();
-template const RecordCodec& codecOf<ShareTaskInfo>();
+template BASEAPI_API const RecordCodec& codecOf<FileInfo>();
+template BASEAPI_API const RecordCodec& codecOf<CreateTaskInfoReq>();
+template BASEAPI_API const RecordCodec& codecOf<CreateJobBean>();
+template BASEAPI_API const RecordCodec& codecOf<CreateJobsResponse>();
+template BASEAPI_API const RecordCodec& codecOf<CancelJobsBean>();
+template BASEAPI_API const RecordCodec& codecOf<CancelJobsResponse>();
+template BASEAPI_API const RecordCodec& codecOf<GetJobDetailByIdBean>();
+template BASEAPI_API const RecordCodec& codecOf<JobDetailInfo>();
+template BASEAPI_API const RecordCodec& codecOf<TaskInfo>();
+template BASEAPI_API const RecordCodec& codecOf<UncompressedFileInfo>();
+template BASEAPI_API const RecordCodec& codecOf<JobDetailData>();
+template BASEAPI_API const RecordCodec& codecOf<GetJobDetailByIdResponse>();
+template BASEAPI_API const RecordCodec& codecOf<GetJobsBean>();
+template BASEAPI_API const RecordCodec& codecOf<JobInfo>();
+template BASEAPI_API const RecordCodec& codecOf<GetJobsResponse>();
+template BASEAPI_API const RecordCodec& codecOf<ShareJobInfo>();
+template BASEAPI_API const RecordCodec& codecOf<ShareTaskInfo>();
 
 }  // namespace baseapi::inline v1

@@ -4,19 +4,19 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<CreateShareFolderReq>();
-template const RecordCodec& codecOf<CreateShareFolderInfo>();
-template const RecordCodec& codecOf<CreateShareFolderResp>();
-template const RecordCodec& codecOf<RenameShareFolderReq>();
-template const RecordCodec& codecOf<RenameShareFolderResp>();
-template const RecordCodec& codecOf<DeleteShareFolderReq>();
-template const RecordCodec& codecOf<GetShareFolderDetailReq>();
-template const RecordCodec& codecOf<ShareFolder>();
-template const RecordCodec& codecOf<ShareFolderMetadataResp>();
-template const RecordCodec& codecOf<ListShareFolderReq>();
-template const RecordCodec& codecOf<ShareFolderPageResp>();
-template const RecordCodec& codecOf<GetShareFolderAlbumListReq>();
-template const RecordCodec& codecOf<ShareFolderAlbum>();
-template const RecordCodec& codecOf<ShareFolderAlbumPageResp>();
+template BASEAPI_API const RecordCodec& codecOf<CreateShareFolderReq>();
+template BASEAPI_API const RecordCodec& codecOf<CreateShareFolderInfo>();
+template BASEAPI_API const RecordCodec& codecOf<CreateShareFolderResp>();
+template BASEAPI_API const RecordCodec& codecOf<RenameShareFolderReq>();
+template BASEAPI_API const RecordCodec& codecOf<RenameShareFolderResp>();
+template BASEAPI_API const RecordCodec& codecOf<DeleteShareFolderReq>();
+template BASEAPI_API const RecordCodec& codecOf<GetShareFolderDetailReq>();
+template BASEAPI_API const RecordCodec& codecOf<ShareFolder>();
+template BASEAPI_API const RecordCodec& codecOf<ShareFolderMetadataResp>();
+template BASEAPI_API const RecordCodec& codecOf<ListShareFolderReq>();
+template BASEAPI_API const RecordCodec& codecOf<ShareFolderPageResp>();
+template BASEAPI_API const RecordCodec& codecOf<GetShareFolderAlbumListReq>();
+template BASEAPI_API const RecordCodec& codecOf<ShareFolderAlbum>();
+template BASEAPI_API const RecordCodec& codecOf<ShareFolderAlbumPageResp>();
 
 }  // namespace baseapi::inline v1

@@ -4,17 +4,17 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<CreateSyncDirReq>();
-template const RecordCodec& codecOf<CreateSyncDirResp>();
-template const RecordCodec& codecOf<CloseSyncDirReq>();
-template const RecordCodec& codecOf<CloseSyncDirResp>();
-template const RecordCodec& codecOf<GetStartCursorReq>();
-template const RecordCodec& codecOf<GetStartCursorResp>();
-template const RecordCodec& codecOf<ListChangeReq>();
-template const RecordCodec& codecOf<FileChangeExtInfo>();
-template const RecordCodec& codecOf<FileChangeInfo>();
-template const RecordCodec& codecOf<ListChangeResp>();
-template const RecordCodec& codecOf<WalkFileReq>();
-template const RecordCodec& codecOf<WalkFileResp>();
+template BASEAPI_API const RecordCodec& codecOf<CreateSyncDirReq>();
+template BASEAPI_API const RecordCodec& codecOf<CreateSyncDirResp>();
+template BASEAPI_API const RecordCodec& codecOf<CloseSyncDirReq>();
+template BASEAPI_API const RecordCodec& codecOf<CloseSyncDirResp>();
+template BASEAPI_API const RecordCodec& codecOf<GetStartCursorReq>();
+template BASEAPI_API const RecordCodec& codecOf<GetStartCursorResp>();
+template BASEAPI_API const RecordCodec& codecOf<ListChangeReq>();
+template BASEAPI_API const RecordCodec& codecOf<FileChangeExtInfo>();
+template BASEAPI_API const RecordCodec& codecOf<FileChangeInfo>();
+template BASEAPI_API const RecordCodec& codecOf<ListChangeResp>();
+template BASEAPI_API const RecordCodec& codecOf<WalkFileReq>();
+template BASEAPI_API const RecordCodec& codecOf<WalkFileResp>();
 
 }  // namespace baseapi::inline v1

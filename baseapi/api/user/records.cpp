@@ -4,24 +4,24 @@
 
 namespace baseapi::inline v1 {
 
-template const RecordCodec& codecOf<AuthCodeBean>();
-template const RecordCodec& codecOf<OrgUserInfo>();
-template const RecordCodec& codecOf<UserAuthResp>();
-template const RecordCodec& codecOf<UserInfo>();
-template const RecordCodec& codecOf<GetUserByIdBean>();
-template const RecordCodec& codecOf<GetUsersByIdResponse>();
-template const RecordCodec& codecOf<GetUserListBean>();
-template const RecordCodec& codecOf<GetuserListResponse>();
-template const RecordCodec& codecOf<ModifiedUserInfo>();
-template const RecordCodec& codecOf<ModifyUserReq>();
-template const RecordCodec& codecOf<DeleteUserByUserIdReq>();
-template const RecordCodec& codecOf<GetSpaceBean>();
-template const RecordCodec& codecOf<SpaceInfo>();
-template const RecordCodec& codecOf<GetSpaceResp>();
-template const RecordCodec& codecOf<GetCarrierSpaceReq>();
-template const RecordCodec& codecOf<BatchGetSpaceReq>();
-template const RecordCodec& codecOf<CarrierSpaceInfo>();
-template const RecordCodec& codecOf<GetSpaceInfoResponse>();
-template const RecordCodec& codecOf<BatchGetSpaceInfoResponse>();
+template BASEAPI_API const RecordCodec& codecOf<AuthCodeBean>();
+template BASEAPI_API const RecordCodec& codecOf<OrgUserInfo>();
+template BASEAPI_API const RecordCodec& codecOf<UserAuthResp>();
+template BASEAPI_API const RecordCodec& codecOf<UserInfo>();
+template BASEAPI_API const RecordCodec& codecOf<GetUserByIdBean>();
+template BASEAPI_API const RecordCodec& codecOf<GetUsersByIdResponse>();
+template BASEAPI_API const RecordCodec& codecOf<GetUserListBean>();
+template BASEAPI_API const RecordCodec& codecOf<GetuserListResponse>();
+template BASEAPI_API const RecordCodec& codecOf<ModifiedUserInfo>();
+template BASEAPI_API const RecordCodec& codecOf<ModifyUserReq>();
+template BASEAPI_API const RecordCodec& codecOf<DeleteUserByUserIdReq>();
+template BASEAPI_API const RecordCodec& codecOf<GetSpaceBean>();
+template BASEAPI_API const RecordCodec& codecOf<SpaceInfo>();
+template BASEAPI_API const RecordCodec& codecOf<GetSpaceResp>();
+template BASEAPI_API const RecordCodec& codecOf<GetCarrierSpaceReq>();
+template BASEAPI_API const RecordCodec& codecOf<BatchGetSpaceReq>();
+template BASEAPI_API const RecordCodec& codecOf<CarrierSpaceInfo>();
+template BASEAPI_API const RecordCodec& codecOf<GetSpaceInfoResponse>();
+template BASEAPI_API const RecordCodec& codecOf<BatchGetSpaceInfoResponse>();
 
 }  // namespace baseapi::inline v1
