@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "quillboxd/handlers/handlers.h"
 #include "quillboxd/html.h"
 #include "quillboxd/pages/pages.h"
