@@ -5,6 +5,7 @@
 #include <iostream>
 #include <memory>
 
+#include "quillboxd/companion.h"
 #include "quillboxd/error.h"
 #include "quillboxd/options.h"
 #include "quillboxd/server.h"
@@ -13,13 +14,15 @@
 namespace quillboxd {
 namespace {
 
-/// Becomes readable at SIGTERM and SIGINT, which no longer end the process by themselves.
+/// Becomes readable at SIGTERM and SIGINT, which no longer end the process by themselves, and at the end of a
+/// child process.
 UniqueFd stopSignals() {
     std::signal(SIGPIPE, SIG_IGN);
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
     sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGCHLD);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     return UniqueFd(signalfd(-1, &signals, SFD_CLOEXEC));
 }
@@ -44,7 +47,19 @@ std::unique_ptr<Service> openService(const Options& options) {
     }
 }
 
-void run(const Options& options) {
+/// Serves until it is asked to stop or the command has ended; gives the exit status.
+int serve(Server& server, const Options& options, const std::string& address, int stop) {
+    if (options.command.empty()) {
+        std::cout << "quillboxd listens on " << address << std::endl;
+        server.run(stop);
+        return 0;
+    }
+    Companion companion(options.command, address);
+    server.run(stop);
+    return companion.finish();
+}
+
+int run(const Options& options) {
     const auto stop = stopSignals();
     std::unique_ptr<TlsContext> tls;
     if (!options.certificate.empty()) tls = std::make_unique<TlsContext>(options.certificate, options.key);
@@ -52,9 +67,8 @@ void run(const Options& options) {
     Server server(*service, options.port, tls.get(), options.verbose);
     // Connections queue from the moment the port is bound, so the number may be told now.
     if (!options.portFile.empty()) writePortFile(options.portFile, server.port());
-    std::cout << "quillboxd listens on " << (tls ? "https" : "http") << "://127.0.0.1:" << server.port()
-              << std::endl;
-    server.run(stop.get());
+    const auto address = (tls ? "https" : "http") + ("://127.0.0.1:" + std::to_string(server.port()));
+    return serve(server, options, address, stop.get());
 }
 
 }  // namespace
@@ -65,8 +79,7 @@ int main(int argc, char** argv) {
     const auto options = quillboxd::readOptions(argc, argv, exitStatus);
     if (!options) return exitStatus;
     try {
-        quillboxd::run(*options);
-        return 0;
+        return quillboxd::run(*options);
     } catch (const quillboxd::StartError& error) {
         std::cerr << "quillboxd: " << error.what() << '\n';
         return 2;

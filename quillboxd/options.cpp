@@ -1,7 +1,9 @@
 #include "quillboxd/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
+#include <string_view>
 #include <vector>
 
 namespace quillboxd {
@@ -9,8 +11,17 @@ namespace {
 
 constexpr int unusable = 2;
 
+/// Ends the command line of the service where that of the command begins.
+constexpr std::string_view separator = "--";
+
 std::string oneLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
+}
+
+std::nullopt_t refuse(const std::string& why, int& exitStatus) {
+    std::cerr << "quillboxd: " << why << '\n';
+    exitStatus = unusable;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -18,7 +29,15 @@ std::string oneLine(const std::string& text) {
 std::optional<Options> readOptions(int argc, const char* const* argv, int& exitStatus) {
     CLI::App app("A cloud drive service for development and tests on one machine.", "quillboxd");
     app.set_version_flag("--version", QUILLBOXD_VERSION);
+    app.footer(
+        "With \"-- COMMAND [ARGUMENT...]\" at the end it runs the command beside it, with its address in\n"
+        "QUILLBOX_HOST, and ends when the command ends, with its exit status.");
     Options options;
+    const auto* const* own = std::find(argv, argv + argc, separator);
+    if (own != argv + argc) {
+        options.command.assign(own + 1, argv + argc);
+        if (options.command.empty()) return refuse("-- needs a command", exitStatus);
+    }
     bool memory = false;
     std::vector<std::string> tls;
     auto* place = app.add_option_group("place");
@@ -38,13 +57,12 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
         ->check(CLI::NonNegativeNumber);
     app.add_flag("--verbose", options.verbose, "One line for each request on standard error");
     try {
-        app.parse(argc, argv);
+        app.parse(static_cast<int>(own - argv), argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             exitStatus = app.exit(error);
         } else {
-            std::cerr << "quillboxd: " << oneLine(error.what()) << "; see quillboxd --help\n";
-            exitStatus = unusable;
+            return refuse(oneLine(error.what()) + "; see quillboxd --help", exitStatus);
         }
         return std::nullopt;
     }
@@ -53,9 +71,7 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
         options.key = tls[1];
     }
     if (!memory && options.data.empty()) {
-        std::cerr << "quillboxd: --data needs the name of a folder\n";
-        exitStatus = unusable;
-        return std::nullopt;
+        return refuse("--data needs the name of a folder", exitStatus);
     }
     return options;
 }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillboxd {
 
@@ -15,6 +16,7 @@ struct Options {
     std::string key;
     std::int64_t quota = std::int64_t{10} << 30;  ///< bytes for each account
     bool verbose = false;
+    std::vector<std::string> command;  ///< runs beside the service, which ends with it
 };
 
 /// Reads the command line; where there is nothing to run (help, or an error told on standard error), sets the

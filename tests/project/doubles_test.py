@@ -1,4 +1,4 @@
-"""Every interface of the library has a double, and the doubles compile in a host without exceptions or run-time types, with all its
+"""Every interface of the library has a double, and the testkit compiles in a host without exceptions or run-time types, with all its
 warnings on: doubles_test.py ROOT COMPILER...
 """
 
@@ -10,6 +10,7 @@ import sys
 INTERFACE = re.compile(r"^class (I[A-Z]\w*) \{", re.MULTILINE)
 DOUBLED = re.compile(r"public InterfaceDouble<(I\w+)>")
 FLAGS = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Werror", "-fno-exceptions", "-fno-rtti", "-fsyntax-only", "-x", "c++"]
+HEADERS = '#include "baseapi/testkit/doubles.h"\n#include "baseapi/testkit/local_service.h"\n'
 
 
 def names(pattern, headers):
@@ -21,7 +22,7 @@ def main(root, compilers):
     assert {"IFile", "ITransfer", "ISliceFile"} <= interfaces, "these are not the library's interfaces"
     found = [f"{name} has no double" for name in sorted(interfaces - names(DOUBLED, root.glob("baseapi/testkit/*.h")))]
     for compiler in compilers:
-        done = subprocess.run([compiler, *FLAGS, "-I", root, "-"], input='#include "baseapi/testkit/doubles.h"\n',
+        done = subprocess.run([compiler, *FLAGS, "-I", root, "-"], input=HEADERS,
                               capture_output=True, text=True, check=False)
         if done.returncode:
             found.append(f"{compiler}: {done.stderr}")

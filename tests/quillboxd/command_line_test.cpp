@@ -1,3 +1,7 @@
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -67,6 +71,53 @@ TEST(CommandLineTest, ADataFolderThatCannotBeUsedIsRefused) {
 
 TEST(CommandLineTest, APortFileThatCannotBeWrittenIsRefused) {
     expectUnusable({"--memory", "--port-file", "/nonexistent/folder/port"}, "/nonexistent/folder/port");
+}
+
+TEST(CommandLineTest, ThePortFileHasThePortOnceItAnswers) {
+    const TemporaryFolder folder;
+    const QuillboxdProcess process(QuillboxdProcess::Storage::memory,
+                                   {"--port-file", (folder / "port").string()});
+    int port = 0;
+    std::ifstream(folder / "port") >> port;
+    EXPECT_EQ(port, process.port());
+}
+
+TEST(CommandLineTest, ACommandFindsTheServiceAndGivesItsOwnStatus) {
+    const auto run =
+        runQuillboxd({"--memory", "--", "sh", "-c",
+                      "echo heard; curl -s --data {} $QUILLBOX_HOST/_dev/reset || exit 9; exit 5"});
+    EXPECT_EQ(run.exitStatus, 5);
+    EXPECT_THAT(run.output, StartsWith("heard"));
+}
+
+TEST(CommandLineTest, ACommandThatASignalEndsGivesTheStatusOfAShell) {
+    EXPECT_EQ(runQuillboxd({"--memory", "--", "sh", "-c", "kill -9 $$"}).exitStatus, 128 + 9);
+}
+
+TEST(CommandLineTest, ACommandThatCannotBeRunGivesTheStatusOfAShell) {
+    EXPECT_EQ(runQuillboxd({"--memory", "--", "/nonexistent/program"}).exitStatus, 127);
+}
+
+TEST(CommandLineTest, ACommandLineWithoutItsCommandIsRefused) {
+    expectUnusable({"--memory", "--"}, "needs a command");
+}
+
+TEST(CommandLineTest, ACommandGetsTheSignalsThatTheServiceBlocks) {
+    EXPECT_EQ(runQuillboxd({"--memory", "--", "sh", "-c", "kill -TERM $$; exit 3"}).exitStatus, 128 + 15);
+}
+
+TEST(CommandLineTest, ACommandDiesWithTheService) {
+    int output[2];
+    ASSERT_EQ(::pipe2(output, O_CLOEXEC), 0);
+    baseapi::testkit::ChildProcess service(
+        {BASEAPI_BIN_DIR "/quillboxd", "--memory", "--", "sh", "-c", "echo x; exec sleep 600"}, output[1],
+        STDERR_FILENO);
+    ::close(output[1]);
+    char text[8];
+    ASSERT_EQ(::read(output[0], text, sizeof text), 2);
+    service.end(SIGKILL);
+    EXPECT_EQ(::read(output[0], text, sizeof text), 0) << "somebody can still write";
+    ::close(output[0]);
 }
 
 TEST(CommandLineTest, ACertificateThatCannotBeReadIsRefused) {

@@ -1,0 +1,20 @@
+# quillboxd_test(NAME <test> COMMAND <command> [<argument>...] [SERVICE <argument of quillboxd>...])
+#
+# A test whose command runs beside a quillboxd of its own, in memory and on a free port, with its address in the environment variable
+# QUILLBOX_HOST. The service ends with the command, and the command with the service.
+function(quillboxd_test)
+  cmake_parse_arguments(PARSE_ARGV 0 ARG "" "NAME" "COMMAND;SERVICE")
+  if(NOT ARG_SERVICE)
+    set(ARG_SERVICE --memory)
+  endif()
+  if(TARGET quillboxd)
+    set(QUILLBOXD $<TARGET_FILE:quillboxd>)
+  else()
+    find_program(QUILLBOXD quillboxd REQUIRED)
+  endif()
+  list(POP_FRONT ARG_COMMAND program)
+  if(TARGET "${program}")
+    set(program $<TARGET_FILE:${program}>)
+  endif()
+  add_test(NAME "${ARG_NAME}" COMMAND "${QUILLBOXD}" ${ARG_SERVICE} -- "${program}" ${ARG_COMMAND})
+endfunction()
