@@ -1,7 +1,10 @@
 # The warnings and sanitizers of every target of this project, and of no other.
 add_library(baseapi_options INTERFACE)
 target_compile_options(baseapi_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wno-missing-field-initializers -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wno-missing-field-initializers)
+if(PROJECT_IS_TOP_LEVEL)
+  target_compile_options(baseapi_options INTERFACE -Werror)
+endif()
 if(BASEAPI_SANITIZE)
   target_compile_options(baseapi_options INTERFACE
     -fsanitize=${BASEAPI_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
