@@ -13,7 +13,7 @@
 
 namespace baseapi::inline v1 {
 
-/// Doubles of the library's interfaces for the tests of a host.
+/// Doubles of the library's interfaces for the tests of a host; see docs/testing.md.
 namespace testkit {
 
 /// A value whose type only those know who put it in and take it out: a double has many operations, and what

@@ -12,7 +12,7 @@ SCRIPT = re.compile(r"\bscripts/[a-z-]+")
 
 
 def problems(root):
-    examples = [path.read_text(encoding="utf-8") for path in sorted((root / "examples").glob("*.cpp"))]
+    examples = [path.read_text(encoding="utf-8") for path in sorted((root / "examples").rglob("*.[ch]*")) if path.suffix in (".cpp", ".h")]
     for document in sorted(root.glob("*.md")) + sorted((root / "docs").rglob("*.md")):
         name = document.relative_to(root)
         text = document.read_text(encoding="utf-8")
