@@ -20,6 +20,11 @@ endif()
 # g++ 12 warns of overlapping copies where a short literal is joined to a text, and there are none (its bug 105651).
 target_compile_options(baseapi_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 
+# clang takes what another of the joined sources declares for shadowed.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(baseapi_options INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-shadow>)
+endif()
+
 # Sources that a joined build (CMAKE_UNITY_BUILD) has to leave on their own, because of what follows each call.
 function(baseapi_compile_alone target)
   set_source_files_properties(${ARGN} TARGET_DIRECTORY ${target} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)

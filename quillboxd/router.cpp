@@ -42,12 +42,20 @@ std::optional<std::vector<std::string>> match(std::string_view pattern, std::str
     return pattern.empty() && path.empty() ? std::optional(std::move(wildcards)) : std::nullopt;
 }
 
+/// Clients call the bare host too, where an absent record leaves them without a path, and none of them takes
+/// HTML.
+bool asksForStartPage(const Request& request) {
+    const auto* accepted = request.header("Accept");
+    return request.verb == "GET" && request.path() == "/" && accepted &&
+           accepted->find("text/html") != accepted->npos;
+}
+
 const Route& findRoute(Call& call) {
     const auto path = call.request.path();
     bool pathKnown = false;
     for (const auto& route : routes()) {
         auto wildcards = match(route.pattern, path);
-        if (!wildcards) continue;
+        if (!wildcards || (path == "/" && !asksForStartPage(call.request))) continue;
         if (route.verb != call.request.verb) {
             // A page is no endpoint: a client that calls its path has lost its way.
             pathKnown = pathKnown || route.admission != Admission::page;
@@ -131,7 +139,7 @@ Reply dispatch(Call& call) {
 }
 
 bool isControl(const Request& request) {
-    return request.path().starts_with("/_dev/") || (request.verb == "GET" && request.path() == "/");
+    return request.path().starts_with("/_dev/") || asksForStartPage(request);
 }
 
 }  // namespace quillboxd

@@ -18,7 +18,10 @@ std::string pictureBytes(const std::string& rest = "") {
 
 class PagesTest : public BackupTest {
   protected:
-    HttpAnswer get(const std::string& path) const { return send("GET", process_.url() + path); }
+    /// As a browser asks.
+    HttpAnswer get(const std::string& path) const {
+        return send("GET", process_.url() + path, {"Accept: text/html,*/*;q=0.8"});
+    }
     std::string overview() const { return get("/").body; }
     /// The page behind a link of the overview.
     std::string follow(const std::string& page, const std::string& text) const {
@@ -33,7 +36,7 @@ class PagesTest : public BackupTest {
 
 TEST_F(PagesTest, AnEmptyServiceShowsItsPeopleAndSaysWhatThereIsNot) {
     const QuillboxdProcess fresh(QuillboxdProcess::Storage::memory);
-    const auto page = send("GET", fresh.url() + "/");
+    const auto page = send("GET", fresh.url() + "/", {"Accept: text/html"});
     EXPECT_EQ(page.status, 200);
     EXPECT_THAT(page.body, HasSubstr("6 accounts, by name"));
     EXPECT_THAT(page.body, HasSubstr(">Anna Arden</a>"));
@@ -350,8 +353,11 @@ TEST_F(PagesTest, AFolderIsShownInItsOwnAccountAlone) {
 TEST_F(PagesTest, ClientsAreAnsweredAsBefore) {
     expectRefused(get("/nothing"), 404, "no endpoint /nothing");
     expectRefused(get("/_dev/pages/nothing"), 404, "no endpoint");
-    expectRefused(send("POST", process_.url() + "/"), 404, "no endpoint /");
-    EXPECT_EQ(journal().back().at("path").as_string(), "/");
+    for (const auto* verb : {"GET", "POST"}) {
+        expectRefused(send(verb, process_.url() + "/", {"Accept: */*"}), 404, "no endpoint /");
+        EXPECT_EQ(journal().back().at("verb").as_string(), verb);
+        EXPECT_EQ(journal().back().at("path").as_string(), "/");
+    }
 }
 
 }  // namespace

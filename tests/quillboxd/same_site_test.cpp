@@ -10,7 +10,7 @@ using testing::StartsWith;
 class SameSiteTest : public ServiceTest {
   protected:
     HttpAnswer ask(const std::string& path, const std::string& header) const {
-        return send("GET", process_.url() + path, {header});
+        return send("GET", process_.url() + path, {header, "Accept: text/html"});
     }
     HttpAnswer planFrom(const std::string& origin) const {
         return send("POST", process_.url() + "/_dev/faults",
@@ -46,7 +46,8 @@ TEST_F(SameSiteTest, AClientOfTheServiceMayCallItByAnyName) {
 }
 
 TEST_F(SameSiteTest, ARequestWithoutAHostIsAnswered) {
-    EXPECT_THAT(exchangeRaw(process_.port(), "GET / HTTP/1.0\r\n\r\n"), StartsWith("HTTP/1.1 200"));
+    EXPECT_THAT(exchangeRaw(process_.port(), "GET / HTTP/1.0\r\nAccept: text/html\r\n\r\n"),
+                StartsWith("HTTP/1.1 200"));
 }
 
 TEST_F(SameSiteTest, APageOfAnotherSitePlansNothing) {
