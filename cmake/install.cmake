@@ -52,6 +52,7 @@ configure_package_config_file(cmake/baseapiConfig.cmake.in ${PROJECT_BINARY_DIR}
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/package/baseapiConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES
   ${PROJECT_BINARY_DIR}/package/baseapiConfig.cmake ${PROJECT_BINARY_DIR}/package/baseapiConfigVersion.cmake
+  cmake/quillboxd_test.cmake
   DESTINATION ${baseapi_config_dir} COMPONENT baseapi_development)
 
 if(BASEAPI_PROGRAMS)

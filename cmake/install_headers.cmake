@@ -2,7 +2,7 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(waiting
-  baseapi/baseapi.h baseapi/testkit/doubles.h
+  baseapi/baseapi.h baseapi/testkit/doubles.h baseapi/testkit/local_service.h
   hostkit/folder_photo_library.h hostkit/slice_file.h hostkit/vcf_address_book.h)
 set(found)
 while(waiting)
