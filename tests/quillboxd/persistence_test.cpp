@@ -92,7 +92,7 @@ TEST_F(PersistenceTest, NothingIsWrittenOutsideTheDataFolder) {
     for (const auto& entry : std::filesystem::directory_iterator(process_.dataFolder().parent_path())) {
         names.push_back(entry.path().filename());
     }
-    EXPECT_THAT(names, UnorderedElementsAreArray({"data", "output", "port"}));
+    EXPECT_THAT(names, UnorderedElementsAreArray({"data", "errors"}));
 }
 
 /// Uploads small files one after the other until the service is gone; notes what was acknowledged.

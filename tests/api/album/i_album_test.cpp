@@ -119,6 +119,26 @@ TEST_F(AlbumAnswer, HoldsTheNewAlbum) {
     EXPECT_EQ(std::get<std::string>(callOperation(albums_, "albumCreate", create).result), answer_);
 }
 
+TEST_F(AlbumAnswer, NeverComesForARecordThatHasNoJsonForm) {
+    const auto expectRefusal = [&](const std::function<void(NetworkCallback<BaseResponse>)>& begin) {
+        EXPECT_EQ(std::get<NetworkFailure>(awaitAnswer(begin).result).message, "params build faild");
+        EXPECT_EQ(sent(), refused);
+    };
+    const std::string noText = "\xff";
+    expectRefusal([&](auto callback) {
+        albums_.albumUpdate({{.req = UpdateAlbumReq{.name = noText}}}, std::move(callback));
+    });
+    expectRefusal([&](auto callback) {
+        albums_.albumContentAdd(
+            {{.albumId = "a1", .req = BatchAddContent2AlbumReq{{{FileMap{.fileId = noText}}}}}},
+            std::move(callback));
+    });
+    expectRefusal([&](auto callback) {
+        albums_.albumContentDelete({{.req = AlbumContent{.id = noText}, .albumId = "a1"}},
+                                   std::move(callback));
+    });
+}
+
 TEST_F(AlbumAnswer, OfAnotherTypeIsAFailureThatNamesThePlace) {
     answer_ = R"({"contentList":[{"id":"f1","favorite":true}]})";
     const auto failure = std::get<NetworkFailure>(callOperation(albums_, "albumContentList", "{}").result);

@@ -45,5 +45,14 @@ TEST_F(SpaceAnswer, OfABatchIsASuccessThoughAnEntryFailed) {
     EXPECT_EQ(std::get<std::string>(outcome.result), answer_);
 }
 
+TEST_F(SpaceAnswer, NeverComesForARecordThatHasNoJsonForm) {
+    const BatchGetSpaceReq noText{{{GetCarrierSpaceReq{.ownerId = "\xff"}}}};
+    const auto outcome = awaitAnswer<BatchGetSpaceInfoResponse>([&](auto callback) {
+        CloudInstance::shared().getSpaceImpl().batchGetSpace(noText, std::move(callback));
+    });
+    EXPECT_EQ(std::get<NetworkFailure>(outcome.result).message, "params build faild");
+    EXPECT_EQ(sent(), refused);
+}
+
 }  // namespace
 }  // namespace baseapi

@@ -117,6 +117,13 @@ TEST_F(UserAnswer, OfAListOfUsersIsAskedForWithALogLine) {
                 testing::Contains("getParamsStr = deptId=d&isDirect=true&limit=10"));
 }
 
+TEST_F(UserAnswer, NeverComesForAnAbsentRecordNorDoesALogLineOfParts) {
+    test_support::recordingLog().clear();
+    callOperation(users_, "getUserList", absent);
+    EXPECT_THAT(test_support::recordingLog().lines(),
+                testing::Not(testing::Contains(testing::StartsWith("getParamsStr"))));
+}
+
 TEST_F(UserAnswer, OfAnotherTypeIsAFailureThatNamesThePlace) {
     answer_ = R"({"data":{"ownerId":7}})";
     const auto failure = std::get<NetworkFailure>(callOperation(users_, "getSpace", "{}").result);
