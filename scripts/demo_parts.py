@@ -25,13 +25,15 @@ class Service:
     def __init__(self, program, folder, *options):
         self.command = [program, "--data", folder / "data", "--port-file", folder / "port", *options]
         self.port_file = folder / "port"
-        self.start("0")
-
-    def start(self, port):
-        self.port_file.unlink(missing_ok=True)
-        self.process = subprocess.Popen([*self.command, "--port", port], stdout=subprocess.DEVNULL)
+        self.port = "0"
 
     def __enter__(self):
+        self.start()
+        return self
+
+    def start(self):
+        self.port_file.unlink(missing_ok=True)
+        self.process = subprocess.Popen([*self.command, "--port", self.port], stdout=subprocess.DEVNULL)
         deadline = time.monotonic() + 30
         while not self.port_file.exists():
             if self.process.poll() is not None or time.monotonic() > deadline:
@@ -40,14 +42,12 @@ class Service:
             time.sleep(0.02)
         self.port = self.port_file.read_text(encoding="ascii").strip()
         self.address = "http://127.0.0.1:" + self.port
-        return self
 
-    def kill(self):
+    def kill_and_restart(self):
         """kill -9, and a new one over the same data at the same port."""
         self.process.kill()
         self.process.wait()
-        self.start(self.port)
-        self.__enter__()
+        self.start()
 
     def __exit__(self, *_):
         self.process.send_signal(signal.SIGTERM)

@@ -173,11 +173,13 @@ void listFields(FieldList& fields) {
     });
 }
 
+template <class T>
+concept Lenient = requires {
+    requires T::lenient;
+};
+
 template <Record T>
-inline constexpr RecordDescription descriptionOf = {T::recordName, requires {requires T::lenient;
-}  // namespace json
-, &renew<T>, &listFields<T>
-};  // namespace baseapi::inline v1
+inline constexpr RecordDescription descriptionOf = {T::recordName, Lenient<T>, &renew<T>, &listFields<T>};
 
 template <Record T>
 const RecordCodec& onlyCodec() {

@@ -40,22 +40,22 @@ class Trials:
         self.service = service
         self.quillbox = Quillbox(programs / "quillbox", service.address, folder)
         self.quillbox.sign_in()
-        self.words = open(folder / "words", "w+", encoding="utf-8")  # pylint: disable=consider-using-with
+        self.words = folder / "words"
 
     def start(self, *arguments):
-        return subprocess.Popen([self.quillbox.program, "--json", *arguments], env=self.quillbox.environment,
-                                cwd=self.folder, stdout=subprocess.DEVNULL, stderr=self.words)
+        with self.words.open("wb") as words:
+            return subprocess.Popen([self.quillbox.program, "--json", *arguments], env=self.quillbox.environment,
+                                    cwd=self.folder, stdout=subprocess.DEVNULL, stderr=words)
 
     def succeed(self, *arguments):
         """Runs to its end; gives the seconds and the largest memory in mebibytes."""
-        self.words.truncate(0)
         began = time.monotonic()
         process = self.start(*arguments)
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = os.waitstatus_to_exitcode(status)
         if process.returncode != 0:
             raise Failed(f"quillbox {' '.join(map(str, arguments))} ended with status {process.returncode}: "
-                         + (self.folder / "words").read_text(encoding="utf-8").strip("\0\n"))
+                         + self.words.read_text(encoding="utf-8").strip())
         return time.monotonic() - began, usage.ru_maxrss / 1024
 
     def id_of(self, name):
@@ -139,7 +139,8 @@ def main(programs, mebibytes, kills):
             trials.large_file(mebibytes)
             print("uploads killed:", trials.killed_uploads(kills, subprocess.Popen.kill, "a "), flush=True)
             print("downloads killed:", trials.killed_downloads(kills), flush=True)
-            print("the service killed:", trials.killed_uploads(kills, lambda _: service.kill(), "b "), flush=True)
+            print("the service killed:",
+                  trials.killed_uploads(kills, lambda _: service.kill_and_restart(), "b "), flush=True)
 
 
 if __name__ == "__main__":
