@@ -1,4 +1,4 @@
-"""Runs one story against a local service of its own: run_story.py BIN_FOLDER STORY"""
+"""Runs one document against a local service of its own: run_story.py BIN_FOLDER DOCUMENT"""
 
 import os
 import pathlib
@@ -22,6 +22,7 @@ def run(programs, document):
                 "QUILLBOX_HOST": service.address,
                 "QUILLBOX_STATE": str(folder / "state"),
                 "TMPDIR": str(folder),
+                "XDG_STATE_HOME": str(folder),
             }
             return story.tell(document.read_text(encoding="utf-8"), folder / "here", environment)
 

@@ -1,5 +1,5 @@
 """A story is a document whose console blocks are run: a line that begins with "$ " is a command, "> " continues it, and what
-follows up to the next command is what it prints.
+follows up to the next command is what it prints. A block with the name of a file is written into that file when its turn comes.
 
 In what is printed, <name> takes the text that stands there, and is the same text wherever it comes again; "..." stands for
 anything in its line, or for any lines where it is a line of its own. A last line [N] is the exit status, which is 0 otherwise.
@@ -7,13 +7,18 @@ anything in its line, or for any lines where it is a line of its own. A last lin
 
 import dataclasses
 import os
+import pathlib
 import re
 import secrets
+import shlex
 import signal
 import subprocess
+import sys
 import threading
 
-BLOCK = re.compile(r"^```console\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
+from documents import blocks_of  # pylint: disable=wrong-import-position
+
 NAME = re.compile(r"<([a-z][a-z_]*)>")
 STATUS = re.compile(r"\[(\d+)\]\n\Z")
 SECONDS = 300
@@ -29,26 +34,40 @@ class Step:
     command: str
     output: str = ""
     status: int = 0
+    has_names: bool = True
 
 
-def steps_of(text):
-    """The commands of all blocks, in their order."""
+def commands_of(block):
     steps = []
-    for block in BLOCK.finditer(text):
-        line = text.count("\n", 0, block.start(1))
-        for number, content in enumerate(block.group(1).splitlines(), line + 1):
-            if content.startswith("$ "):
-                steps.append(Step(number, content[2:]))
-            elif not steps:
-                raise Failed(f"line {number}: output before the first command")
-            elif content.startswith("> ") and not steps[-1].output:
-                steps[-1].command += "\n" + content[2:]
-            else:
-                steps[-1].output += content + "\n"
+    for number, content in enumerate(block.text.splitlines(), block.line):
+        if content.startswith("$ "):
+            steps.append(Step(number, content[2:]))
+        elif not steps:
+            raise Failed(f"line {number}: output before the first command")
+        elif content.startswith("> ") and not steps[-1].output:
+            steps[-1].command += "\n" + content[2:]
+        else:
+            steps[-1].output += content + "\n"
     for step in steps:
         if told := STATUS.search(step.output):
             step.status = int(told.group(1))
             step.output = step.output[:told.start()]
+    return steps
+
+
+def writing_of(block):
+    end = secrets.token_hex(16)
+    return Step(block.line, f"cat > {shlex.quote(block.file)} <<'{end}'\n{block.text}{end}", has_names=False)
+
+
+def steps_of(text):
+    """The commands and the files of all blocks, in their order."""
+    steps = []
+    for block in blocks_of(text):
+        if block.file:
+            steps.append(writing_of(block))
+        elif block.language == "console":
+            steps += commands_of(block)
     return steps
 
 
@@ -118,7 +137,7 @@ class Shell:
 
 
 def tell(text, folder, environment):
-    """Runs a story; gives the number of its commands."""
+    """Runs a story; gives the number of its commands and files."""
     known = {}
 
     def filled(found):
@@ -129,7 +148,7 @@ def tell(text, folder, environment):
     steps = steps_of(text)
     with Shell(folder, environment) as shell:
         for step in steps:
-            output, status = shell.run(NAME.sub(filled, step.command))
+            output, status = shell.run(NAME.sub(filled, step.command) if step.has_names else step.command)
             found = re.fullmatch(pattern_of(step.output, known), output)
             if status != step.status or not found:
                 raise Failed(f"line {step.line}: {step.command}\nis told to print, with status {step.status}:\n"

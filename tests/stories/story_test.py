@@ -1,6 +1,7 @@
 """Tests of what runs the stories."""
 
 import os
+import pathlib
 import tempfile
 import unittest
 
@@ -67,6 +68,16 @@ class StoryTest(unittest.TestCase):
 
     def test_what_a_story_leaves_running_is_ended(self):
         self.tell("$ sleep 1000 >/dev/null 2>&1 &\n")
+
+    def test_a_block_with_the_name_of_a_file_is_written_where_the_shell_is(self):
+        content = "#include <future>\n// $HOME 'and' \\n\n"
+        with tempfile.TemporaryDirectory() as folder:
+            story.tell(block("$ mkdir a\n$ cd a\n") + f"```cpp main.cpp\n{content}```\n", folder, dict(os.environ))
+            self.assertEqual(pathlib.Path(folder, "a", "main.cpp").read_text(encoding="utf-8"), content)
+
+    def test_blocks_of_other_kinds_are_not_run(self):
+        with tempfile.TemporaryDirectory() as folder:
+            self.assertEqual(story.tell("```sh\nfalse\n```\n" + block("$ true\n"), folder, dict(os.environ)), 1)
 
     def test_a_shell_that_ends_fails_the_story(self):
         self.assert_fails("the shell ended", "$ exit 0\n")
