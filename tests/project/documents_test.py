@@ -1,33 +1,99 @@
-"""The documents hold: links lead somewhere, scripts they name exist, and their C++ stands word for word in examples/, which the
-build compiles.
+"""The documents hold: documents_test.py SOURCE_FOLDER [BIN_FOLDER]
+
+Links lead somewhere, to a heading too where they name one, and every block is of a kind that something checks:
+
+cpp             stands word for word in examples/, which every build compiles
+console         is run by tests/stories, as is what stands in a document with such blocks under the name of a file
+cmake           its lines stand, in their order, in a project that tests/consumers or tests/testkit builds
+sh              its commands are there, with the presets and the options that it gives them
+(no language)   is a drawing: the folders that it names are there
 """
 
 import pathlib
 import re
+import shlex
 import sys
 
-LINK = re.compile(r"\[[^\]]*\]\(([^)#\s]+)(?:#[^)]*)?\)")
-BLOCK = re.compile(r"^```cpp\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+from shell_commands import Commands, simple_commands
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
+from documents import anchors_of, blocks_of, documents_in, links_of  # pylint: disable=wrong-import-position
+
 SCRIPT = re.compile(r"\bscripts/[a-z-]+")
+CMAKE_PROJECTS = ("examples", "tests/consumers", "tests/testkit")
 
 
-def problems(root):
-    examples = [path.read_text(encoding="utf-8") for path in sorted((root / "examples").rglob("*.[ch]*")) if path.suffix in (".cpp", ".h")]
-    for document in sorted(root.glob("*.md")) + sorted((root / "docs").rglob("*.md")):
-        name = document.relative_to(root)
-        text = document.read_text(encoding="utf-8")
-        for target in LINK.findall(text):
-            if "://" not in target and not target.startswith("mailto:") and not (document.parent / target).exists():
-                yield f"{name}: the link to {target} leads nowhere"
+def texts_in(root, folders, pattern):
+    return [path.read_text(encoding="utf-8") for folder in folders for path in sorted((root / folder).rglob(pattern))]
+
+
+def without_comment(line):
+    return re.sub(r"\s*#.*", "", line).strip()
+
+
+def stand_in_order(lines, text):
+    standing = iter([without_comment(line) for line in text.splitlines()])
+    return all(line in standing for line in lines)
+
+
+class Checker:
+    def __init__(self, root, programs):
+        self.root = root
+        self.examples = texts_in(root, ["examples"], "*.cpp") + texts_in(root, ["examples"], "*.h")
+        self.projects = texts_in(root, CMAKE_PROJECTS, "CMakeLists.txt")
+        self.commands = Commands(root, programs)
+        self.anchors = {path: anchors_of(path.read_text(encoding="utf-8")) for path in documents_in(root)}
+
+    def problems(self):
+        for path in documents_in(self.root):
+            for problem in self.problems_in(path):
+                yield f"{path.relative_to(self.root)}: {problem}"
+
+    def problems_in(self, path):
+        text = path.read_text(encoding="utf-8")
+        for target in links_of(text):
+            if not self.leads_somewhere(path, target):
+                yield f"the link to {target} leads nowhere"
         for script in SCRIPT.findall(text):
-            if not (root / script).exists():
-                yield f"{name}: names {script}, which is not there"
-        for block in BLOCK.findall(text):
-            if not any(block in example for example in examples):
-                yield f"{name}: this code stands in no example:\n{block}"
+            if not (self.root / script).exists():
+                yield f"names {script}, which is not there"
+        blocks = list(blocks_of(text))
+        is_run = path.is_relative_to(self.root / "docs") and any(block.language == "console" for block in blocks)
+        for block in blocks:
+            for problem in self.problems_of(block, is_run):
+                yield f"line {block.line}: {problem}"
+
+    def leads_somewhere(self, path, target):
+        if "://" in target or target.startswith("mailto:"):
+            return True
+        file, _, anchor = target.partition("#")
+        place = (path.parent / file).resolve() if file else path
+        return place.exists() and (not anchor or anchor in self.anchors.get(place, ()))
+
+    def problems_of(self, block, is_run):
+        if block.language == "console" or block.file:
+            if not is_run:
+                yield "no test runs a block of this document"
+        elif block.language == "cpp":
+            if not any(block.text in example for example in self.examples):
+                yield f"this code stands in no example:\n{block.text}"
+        elif block.language == "cmake":
+            lines = [line for line in map(without_comment, block.text.splitlines()) if line]
+            if not any(stand_in_order(lines, project) for project in self.projects):
+                yield f"these lines stand in no project that a test builds:\n{block.text}"
+        elif block.language == "sh":
+            for command in simple_commands("\n".join(map(without_comment, block.text.splitlines()))):
+                if problem := self.commands.problem_of(command):
+                    yield f"{shlex.join(command)}: {problem}"
+        elif block.language == "":
+            for folder in re.findall(r"^([a-z/]+/)(?= )", block.text, re.MULTILINE):
+                if not (self.root / folder).is_dir():
+                    yield f"draws {folder}, which is not there"
+        else:
+            yield f'nothing checks blocks of the kind "{block.language}"'
 
 
 if __name__ == "__main__":
-    found = list(problems(pathlib.Path(sys.argv[1])))
+    found = list(Checker(pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])).problems())
     print("\n".join(found) or "the documents hold")
     sys.exit(1 if found else 0)
