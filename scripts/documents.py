@@ -1,7 +1,8 @@
 """The documents of the project as their readers see them: blocks between fences, links, and the anchors of headings.
 
+documents.py: their names, in the order of their reading
 documents.py FILE: the document as Doxygen is to read it, which knows neither anchors of headings nor names of files behind the
-language of a block.
+language of a block
 """
 
 import dataclasses
@@ -52,6 +53,18 @@ def documents_in(root):
     return sorted(root.glob("*.md")) + sorted((root / "docs").rglob("*.md"))
 
 
+def in_order(root):
+    """The first page, the index, what that leads to, and what leads on from there."""
+    first = root / "README.md"
+    order = [root / "docs" / "index.md"]
+    for document in order:
+        for link in links_of(document.read_text(encoding="utf-8")):
+            path = (document.parent / link.partition("#")[0]).resolve()
+            if path.suffix == ".md" and path not in (first, *order):
+                order.append(path)
+    return [first, *order]
+
+
 def for_doxygen(text, name):
     """Gives each heading a label that no other document has, and each link to a heading its label."""
 
@@ -75,5 +88,9 @@ def for_doxygen(text, name):
 
 
 if __name__ == "__main__":
-    file = pathlib.Path(sys.argv[1])
-    sys.stdout.write(for_doxygen(file.read_text(encoding="utf-8"), file.name))
+    if len(sys.argv) > 1:
+        file = pathlib.Path(sys.argv[1])
+        sys.stdout.write(for_doxygen(file.read_text(encoding="utf-8"), file.name))
+    else:
+        here = pathlib.Path().resolve()
+        print("\n".join(str(document.relative_to(here)) for document in in_order(here)))

@@ -20,6 +20,7 @@ namespace testkit {
 /// need not be compiled once for each is not.
 using Kept = std::shared_ptr<void>;
 
+/// The end of what `keep` has made.
 template <class T>
 void destroyKept(void* value) {
     delete static_cast<T*>(value);
@@ -72,6 +73,7 @@ inline ContactResult failureOf(std::type_identity<ContactResult>, const std::str
     return {ContactResult::onFailure{"", -1, why}};
 }
 
+/// Tells the function, which takes such events, that its operation has failed.
 template <class Event>
 void tellFailure(const void* function, const std::string& why) {
     (*static_cast<const std::function<void(Event)>*>(function))(failureOf(std::type_identity<Event>{}, why));

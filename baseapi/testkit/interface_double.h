@@ -9,8 +9,10 @@ namespace baseapi::inline v1::testkit {
 template <auto operation>
 inline char operationKey = 0;
 
+/// Never called: its type is that of the operation's record.
 template <class Interface, class Record, class Answered>
 Record recordOf(void (Interface::*)(Record, Answered));
+/// Never called: its type is that of the operation's callback.
 template <class Interface, class Record, class Answered>
 Answered callbackOf(void (Interface::*)(Record, Answered));
 

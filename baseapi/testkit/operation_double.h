@@ -23,31 +23,40 @@ using Recorded = std::conditional_t<
     Callback<Argument>, std::tuple<>,
     std::tuple<std::conditional_t<std::is_same_v<Argument, std::string_view>, std::string, Argument>>>;
 
+/// The arguments of a call as one value: a tuple of them.
 template <class... Arguments>
 struct CallOf {
+    /// The value's type.
     using type = std::tuple<Arguments...>;
 };
+/// Where there is one alone, it is the value.
 template <class Argument>
 struct CallOf<Argument> {
+    /// The value's type.
     using type = Argument;
 };
-/// The arguments of a call as one value: the argument where there is one alone, otherwise a tuple of them.
+/// The same for the arguments that a tuple has.
 template <class Tuple>
 struct CallOfTuple;
+/// As `CallOf`.
 template <class... Arguments>
 struct CallOfTuple<std::tuple<Arguments...>> : CallOf<Arguments...> {};
 
 /// The response record of an operation of a service.
 template <class... Arguments>
 struct ResponseOf {};
+/// What a callback takes it in.
 template <class Response>
 struct ResponseOf<NetworkCallback<Response>> {
+    /// The record's type.
     using type = Response;
 };
+/// The callback is the last parameter.
 template <class First, class... Rest>
 requires(sizeof...(Rest) > 0) struct ResponseOf<First, Rest...> : ResponseOf<Rest...> {
 };
 
+/// By the pointer to the operation, as below.
 template <class Member>
 class OperationDouble;
 

@@ -1,6 +1,7 @@
-"""The documents hold: documents_test.py SOURCE_FOLDER [BIN_FOLDER]
+"""The documents hold: documents_test.py SOURCE_FOLDER BIN_FOLDER
 
-Links lead somewhere, to a heading too where they name one, and every block is of a kind that something checks:
+Links lead somewhere, to a heading too where they name one, docs/index.md leads to each document, directly or by another, and every
+block is of a kind that something checks:
 
 cpp             stands word for word in examples/, which every build compiles
 console         is run by tests/stories, as is what stands in a document with such blocks under the name of a file
@@ -17,7 +18,7 @@ import sys
 from shell_commands import Commands, simple_commands
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
-from documents import anchors_of, blocks_of, documents_in, links_of  # pylint: disable=wrong-import-position
+from documents import anchors_of, blocks_of, documents_in, in_order, links_of  # pylint: disable=wrong-import-position
 
 SCRIPT = re.compile(r"\bscripts/[a-z-]+")
 CMAKE_PROJECTS = ("examples", "tests/consumers", "tests/testkit")
@@ -45,6 +46,8 @@ class Checker:
         self.anchors = {path: anchors_of(path.read_text(encoding="utf-8")) for path in documents_in(root)}
 
     def problems(self):
+        for path in set(documents_in(self.root)).difference(in_order(self.root)):
+            yield f"docs/index.md does not lead to {path.relative_to(self.root)}"
         for path in documents_in(self.root):
             for problem in self.problems_in(path):
                 yield f"{path.relative_to(self.root)}: {problem}"
