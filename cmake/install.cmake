@@ -1,13 +1,13 @@
 # What `cmake --install` puts where. Everything finds its neighbours from where it lies, so that the tree may be moved.
 #
-# Components: baseapi_runtime (the shared libraries), baseapi_development, quillbox, quillboxd.
+# Components: baseapi_runtime and hostkit_photos_runtime (the shared libraries), baseapi_development, quillbox, quillboxd.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(baseapi_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/baseapi)
 
-# Exports a library as baseapi::<name>, each kind in the file <name>_<kind>.cmake of the package.
-function(baseapi_install_library name)
+# Exports a library as baseapi::<name>, each kind in the file <name>_<kind>.cmake of the package. The shared one is of the component.
+function(baseapi_install_library name runtime)
   if(BASEAPI_BOTH_KINDS)
     set(kinds static shared)
   elseif(BUILD_SHARED_LIBS)
@@ -26,7 +26,7 @@ function(baseapi_install_library name)
     endif()
     install(TARGETS ${target} EXPORT ${name}_${kind}
       ARCHIVE COMPONENT baseapi_development
-      LIBRARY COMPONENT baseapi_runtime NAMELINK_COMPONENT baseapi_development
+      LIBRARY COMPONENT ${runtime} NAMELINK_COMPONENT baseapi_development
       INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
     install(EXPORT ${name}_${kind} NAMESPACE baseapi:: DESTINATION ${baseapi_config_dir} COMPONENT baseapi_development)
   endforeach()
@@ -37,9 +37,9 @@ function(baseapi_install_library name)
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT baseapi_development)
 endfunction()
 
-baseapi_install_library(baseapi)
-baseapi_install_library(hostkit)
-baseapi_install_library(hostkit_photos)
+baseapi_install_library(baseapi baseapi_runtime)
+baseapi_install_library(hostkit baseapi_runtime)
+baseapi_install_library(hostkit_photos hostkit_photos_runtime)
 
 install(CODE "
   set(source \"${PROJECT_SOURCE_DIR}\")

@@ -1,0 +1,18 @@
+# Run by cpack for the packages that it has made: has dpkg, and no script of the package, update the cache of shared libraries, and lets the
+# libraries of several architectures lie side by side. CMake 3.25 cannot be told either.
+foreach(package IN LISTS CPACK_PACKAGE_FILES)
+  if(NOT package MATCHES "/lib[^/]*$")
+    continue()
+  endif()
+  set(tree ${package}.d)
+  execute_process(COMMAND dpkg-deb --raw-extract ${package} ${tree} COMMAND_ERROR_IS_FATAL ANY)
+  if(EXISTS ${tree}/DEBIAN/shlibs)
+    file(REMOVE ${tree}/DEBIAN/postinst ${tree}/DEBIAN/postrm)
+    file(WRITE ${tree}/DEBIAN/triggers "activate-noawait ldconfig\n")
+  endif()
+  file(READ ${tree}/DEBIAN/control control)
+  string(STRIP "${control}" control)
+  file(WRITE ${tree}/DEBIAN/control "${control}\nMulti-Arch: same\n")
+  execute_process(COMMAND dpkg-deb --root-owner-group --build ${tree} ${package} COMMAND_ERROR_IS_FATAL ANY)
+  file(REMOVE_RECURSE ${tree})
+endforeach()
