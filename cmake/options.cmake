@@ -2,7 +2,7 @@
 add_library(baseapi_options INTERFACE)
 target_compile_options(baseapi_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wno-missing-field-initializers)
-if(PROJECT_IS_TOP_LEVEL)
+if(BASEAPI_WARNINGS_AS_ERRORS)
   target_compile_options(baseapi_options INTERFACE -Werror)
 endif()
 if(BASEAPI_SANITIZE)
