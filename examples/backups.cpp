@@ -37,13 +37,13 @@ BackupCallback printed(std::promise<bool>& ended) {
 
 bool backUpFolders(std::int64_t device) {
     std::promise<bool> ended;
-    phone().backupDirs("", device, printed(ended));
+    if (!phone().backupDirs("", device, printed(ended))) return false;
     return ended.get_future().get();
 }
 
 bool backUpAlbum(std::int64_t device) {
     std::promise<bool> ended;
-    phone().backupAlbum("", device, printed(ended));
+    if (!phone().backupAlbum("", device, printed(ended))) return false;
     return ended.get_future().get();
 }
 
@@ -62,7 +62,7 @@ bool backUpContacts(std::int64_t device) {
             });
     };
     const auto onProgress = [](const BackupProgress& it) { std::cout << it.percent << " %\n"; };
-    phone().backupContact("", device, 0, {onComplete, onProgress});
+    if (!phone().backupContact("", device, 0, {onComplete, onProgress})) return false;
     return ended.get_future().get();
 }
 
