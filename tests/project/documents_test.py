@@ -61,9 +61,11 @@ class Checker:
             if not (self.root / script).exists():
                 yield f"names {script}, which is not there"
         blocks = list(blocks_of(text))
+        if len(re.findall(r"^\s*(?:```|~~~)", text, re.MULTILINE)) != 2 * len(blocks):
+            yield "a fence is indented, of tildes, or not closed, so that its block would not be checked"
         is_run = path.is_relative_to(self.root / "docs") and any(block.language == "console" for block in blocks)
         for block in blocks:
-            for problem in self.problems_of(block, is_run):
+            if problem := self.problem_of(block, is_run):
                 yield f"line {block.line}: {problem}"
 
     def leads_somewhere(self, path, target):
@@ -73,27 +75,33 @@ class Checker:
         place = (path.parent / file).resolve() if file else path
         return place.exists() and (not anchor or anchor in self.anchors.get(place, ()))
 
-    def problems_of(self, block, is_run):
+    def problem_of(self, block, is_run):
         if block.language == "console" or block.file:
-            if not is_run:
-                yield "no test runs a block of this document"
-        elif block.language == "cpp":
-            if not any(block.text in example for example in self.examples):
-                yield f"this code stands in no example:\n{block.text}"
-        elif block.language == "cmake":
-            lines = [line for line in map(without_comment, block.text.splitlines()) if line]
-            if not any(stand_in_order(lines, project) for project in self.projects):
-                yield f"these lines stand in no project that a test builds:\n{block.text}"
-        elif block.language == "sh":
-            for command in simple_commands("\n".join(map(without_comment, block.text.splitlines()))):
-                if problem := self.commands.problem_of(command):
-                    yield f"{shlex.join(command)}: {problem}"
-        elif block.language == "":
-            for folder in re.findall(r"^([a-z/]+/)(?= )", block.text, re.MULTILINE):
-                if not (self.root / folder).is_dir():
-                    yield f"draws {folder}, which is not there"
-        else:
-            yield f'nothing checks blocks of the kind "{block.language}"'
+            return None if is_run else "no test runs a block of this document"
+        checks = {"cpp": self.problem_of_code, "cmake": self.problem_of_project, "sh": self.problem_of_commands,
+                  "": self.problem_of_drawing}
+        if check := checks.get(block.language):
+            return check(block.text)
+        return f'nothing checks blocks of the kind "{block.language}"'
+
+    def problem_of_code(self, text):
+        return None if any(text in example for example in self.examples) else f"this code stands in no example:\n{text}"
+
+    def problem_of_project(self, text):
+        lines = [line for line in map(without_comment, text.splitlines()) if line]
+        if any(stand_in_order(lines, project) for project in self.projects):
+            return None
+        return f"these lines stand in no project that a test builds:\n{text}"
+
+    def problem_of_commands(self, text):
+        commands = simple_commands("\n".join(map(without_comment, text.splitlines())))
+        found = [f"{shlex.join(command)}: {problem}" for command in commands if (problem := self.commands.problem_of(command))]
+        return "\n".join(found)
+
+    def problem_of_drawing(self, text):
+        folders = re.findall(r"^([a-z/]+/)(?= )", text, re.MULTILINE)
+        missing = [folder for folder in folders if not (self.root / folder).is_dir()]
+        return f"draws {missing[0]}, which is not there" if missing else None
 
 
 if __name__ == "__main__":

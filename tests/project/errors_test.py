@@ -30,6 +30,7 @@ def problems(root):
     messages += texts_in(library, r'failed\("([^"]*)"')
     messages += texts_in(library, r'Constants::\w+,\s+"([^"]*)"') + texts_in(library, r'value_or\("([A-Z][^"]*)"\)')
     messages += texts_in([root / "cli/upload_cause.cpp"], r'(?m)^    \{"([^"]*)",')
+    messages += texts_in([root / "cli/folder_causes.cpp"], r'"(\w+ failure code = |get [\w ]+ overTime)"')
     assert len(messages) > 50, "the messages are not found"
     for message in sorted(set(messages) - set(OWN_FAULTS)):
         if message.strip().rstrip(":") not in page:

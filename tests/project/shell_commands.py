@@ -63,7 +63,7 @@ class Commands:
         """A command of two words has its help behind both."""
         if "--" in arguments:
             arguments = arguments[:arguments.index("--")]
-        named = 0 if program == "quillboxd" else 2 if arguments[0] in ("backup", "restore") else 1
+        named = 0 if program == "quillboxd" else 2 if arguments[:1] in (["backup"], ["restore"]) else 1
         asked = [self.programs / program, *arguments[:named], "--help"]
         told = subprocess.run(asked, check=False, capture_output=True, text=True)
         if told.returncode != 0:
