@@ -2,7 +2,7 @@
 
 #include "tests/cli/cloud_test.h"
 
-namespace quillbox_test {
+namespace quillbox_test::backup_people {
 namespace {
 
 using testing::ElementsAre;
@@ -110,4 +110,4 @@ TEST_F(BackupPeopleTest, ConfigurationIsSetAndRead) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::backup_people

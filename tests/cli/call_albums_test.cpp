@@ -2,7 +2,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_albums {
 namespace {
 
 /// ALBUM stands for the id of an album "album" that holds FILE, GROUP for that of a share folder "family".
@@ -141,4 +141,4 @@ TEST_F(CallServiceTest, EveryOperationOfTheAlbumsAndShareFoldersHasItsRows) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_albums

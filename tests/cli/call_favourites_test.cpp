@@ -2,7 +2,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_favourites {
 namespace {
 
 using testing::HasSubstr;
@@ -56,4 +56,4 @@ TEST_F(CallFavouritesTest, WhatWasStarredIsListedInPages) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_favourites

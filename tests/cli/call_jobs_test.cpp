@@ -4,7 +4,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_jobs {
 namespace {
 
 using testing::ElementsAre;
@@ -102,4 +102,4 @@ TEST_F(CallJobsTest, AJobIsCancelledOnce) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_jobs

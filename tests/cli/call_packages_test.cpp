@@ -2,7 +2,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_packages {
 namespace {
 
 using testing::ElementsAre;
@@ -61,4 +61,4 @@ TEST_F(CallPackagesTest, AnOrderStandsInTheListAndRunsOut) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_packages

@@ -7,7 +7,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_service {
 namespace {
 
 using testing::ElementsAre;
@@ -271,4 +271,4 @@ TEST_F(CallServiceTest, AFieldThatMustBeThereIsNoNull) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_service

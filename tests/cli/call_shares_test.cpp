@@ -2,7 +2,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_shares {
 namespace {
 
 using testing::ElementsAre;
@@ -136,4 +136,4 @@ TEST_F(CallServiceTest, AVisitorNeedsTheExtractCodeAndNoAccount) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_shares

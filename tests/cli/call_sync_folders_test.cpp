@@ -2,7 +2,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_sync_folders {
 namespace {
 
 using testing::HasSubstr;
@@ -74,4 +74,4 @@ TEST_F(CallSyncFoldersTest, AFolderIsOpenedReadAndClosed) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_sync_folders

@@ -2,7 +2,7 @@
 
 #include "tests/cli/call_rows.h"
 
-namespace quillbox_test {
+namespace quillbox_test::call_users {
 namespace {
 
 using testing::ElementsAre;
@@ -100,4 +100,4 @@ TEST_F(CallUsersTest, AListThatDoesNotSayWhetherItIsDirectEndsTheProcess) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::call_users

@@ -6,7 +6,7 @@
 
 #include "tests/cli/backup_test.h"
 
-namespace quillbox_test {
+namespace quillbox_test::contacts_commands {
 namespace {
 
 namespace fs = std::filesystem;
@@ -320,4 +320,4 @@ TEST_F(ContactsCommandsTest, AtCtrlCARestoreIsWaitedForToItsEnd) {
 }
 
 }  // namespace
-}  // namespace quillbox_test
+}  // namespace quillbox_test::contacts_commands

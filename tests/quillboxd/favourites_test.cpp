@@ -3,7 +3,7 @@
 
 #include "tests/quillboxd/service_fixture.h"
 
-namespace quillboxd_test {
+namespace quillboxd_test::favourites {
 namespace {
 
 using testing::ElementsAre;
@@ -183,4 +183,4 @@ TEST(FavouritesPersistenceTest, AFavouriteIsOneAfterAKill) {
 }
 
 }  // namespace
-}  // namespace quillboxd_test
+}  // namespace quillboxd_test::favourites

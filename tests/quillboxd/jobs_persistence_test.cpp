@@ -7,7 +7,7 @@
 #include "tests/quillboxd/jobs_client.h"
 #include "tests/quillboxd/zip_maker.h"
 
-namespace quillboxd_test {
+namespace quillboxd_test::jobs_persistence {
 namespace {
 
 using testing::ElementsAre;
@@ -179,4 +179,4 @@ TEST_F(JobsPersistenceTest, TheBytesOfDeletedFilesGoAtTheNextStart) {
 }
 
 }  // namespace
-}  // namespace quillboxd_test
+}  // namespace quillboxd_test::jobs_persistence

@@ -1,6 +1,6 @@
 #include "tests/quillboxd/jobs_client.h"
 
-namespace quillboxd_test {
+namespace quillboxd_test::jobs {
 namespace {
 
 using testing::ElementsAre;
@@ -338,4 +338,4 @@ TEST_F(JobsTest, AResetForgetsJobsAndLetsTheNextOnesGoOn) {
 }
 
 }  // namespace
-}  // namespace quillboxd_test
+}  // namespace quillboxd_test::jobs

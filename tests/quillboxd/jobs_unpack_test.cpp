@@ -1,7 +1,7 @@
 #include "tests/quillboxd/jobs_client.h"
 #include "tests/quillboxd/zip_maker.h"
 
-namespace quillboxd_test {
+namespace quillboxd_test::jobs_unpack {
 namespace {
 
 using testing::ElementsAre;
@@ -267,4 +267,4 @@ TEST_F(UnpackTest, AnEmptyFileIsNoArchive) {
 }
 
 }  // namespace
-}  // namespace quillboxd_test
+}  // namespace quillboxd_test::jobs_unpack

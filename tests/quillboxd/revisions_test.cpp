@@ -1,6 +1,6 @@
 #include "tests/quillboxd/jobs_client.h"
 
-namespace quillboxd_test {
+namespace quillboxd_test::revisions {
 namespace {
 
 using testing::ElementsAre;
@@ -258,4 +258,4 @@ TEST(RevisionsSpaceTest, ARevisionForWhichThereIsNoRoomIsRefused) {
 }
 
 }  // namespace
-}  // namespace quillboxd_test
+}  // namespace quillboxd_test::revisions

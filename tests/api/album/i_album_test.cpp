@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_album {
 namespace {
 
 const std::string prefix = "/quillbox/ose/v1/";
@@ -148,4 +148,4 @@ TEST_F(AlbumAnswer, OfAnotherTypeIsAFailureThatNamesThePlace) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_album

@@ -8,7 +8,7 @@
 #include "tests/api/operation_table.h"
 #include "tests/support/test_platform.h"
 
-namespace baseapi {
+namespace baseapi::i_back_up {
 namespace {
 
 const std::string plain = "/quillbox/ose/v1/backup/";
@@ -417,4 +417,4 @@ TEST_F(BackUpAnswer, OfARecordWithoutAStatusIsAFailureThatNamesThePlace) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_back_up

@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_carrier {
 namespace {
 
 const std::string carrier = "/quillbox/ose/v1/carrier/";
@@ -95,4 +95,4 @@ TEST_F(CarrierAnswer, KeepsTheServicesCodeAndMessage) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_carrier

@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_favor {
 namespace {
 
 const std::string star = "/quillbox/ose/v1/star";
@@ -105,4 +105,4 @@ TEST_F(FavorAnswer, KeepsTheServicesCodeAndMessage) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_favor

@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_file {
 namespace {
 
 const std::string prefix = "/quillbox/ose/v1/";
@@ -180,4 +180,4 @@ TEST_F(FileAnswer, NeverComesForAnAddressThatIsNone) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_file

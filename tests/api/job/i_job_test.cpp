@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_job {
 namespace {
 
 const std::string prefix = "/quillbox/ose/v1/";
@@ -97,4 +97,4 @@ TEST_F(JobAnswer, KeepsTheServicesCodeAndMessage) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_job

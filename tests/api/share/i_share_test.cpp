@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_share {
 namespace {
 
 const std::string share = "/quillbox/ose/v1/share";
@@ -138,4 +138,4 @@ TEST_F(ShareAnswer, KeepsTheServicesCodeAndMessage) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_share

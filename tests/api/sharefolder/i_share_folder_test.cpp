@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_share_folder {
 namespace {
 
 const std::string prefix = "/quillbox/ose/v1/sharefolder/";
@@ -110,4 +110,4 @@ TEST_F(ShareFolderAnswer, NeverComesForARecordThatHasNoJsonForm) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_share_folder

@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_folder_sync {
 namespace {
 
 Sent post(const std::string& target, std::string body) {
@@ -110,4 +110,4 @@ TEST_F(FolderSyncAnswer, KeepsTheServicesCodeAndMessage) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_folder_sync

@@ -4,7 +4,7 @@
 
 #include "tests/api/operation_table.h"
 
-namespace baseapi {
+namespace baseapi::i_space {
 namespace {
 
 Sent post(std::string body) {
@@ -55,4 +55,4 @@ TEST_F(SpaceAnswer, NeverComesForARecordThatHasNoJsonForm) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_space

@@ -5,7 +5,7 @@
 #include "tests/api/operation_table.h"
 #include "tests/support/test_platform.h"
 
-namespace baseapi {
+namespace baseapi::i_user {
 namespace {
 
 const std::string prefix = "/quillbox/ose/v1/";
@@ -133,4 +133,4 @@ TEST_F(UserAnswer, OfAnotherTypeIsAFailureThatNamesThePlace) {
 }
 
 }  // namespace
-}  // namespace baseapi
+}  // namespace baseapi::i_user
