@@ -1,6 +1,8 @@
 #include "baseapi/net/base_req.h"
 
+#include <array>
 #include <exception>
+#include <utility>
 
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/core/log.h"
@@ -10,6 +12,16 @@
 #include "baseapi/platform/platform.h"
 
 namespace baseapi::inline v1 {
+namespace {
+
+constexpr std::array<std::pair<const char*, const char*>, 4> fixedHeaders{{
+    {"Accept", "*/*"},
+    {"Content-Type", "application/json; charset=utf-8"},
+    {"User-Agent", "DSDK"},
+    {"x-zq-agentname", "standard"},
+}};
+
+}  // namespace
 
 int RequestCore::buildParams() {
     fatalStop("baseapi/BaseReq: Subclasses of BaseReq must implement buildParams()");
@@ -51,13 +63,10 @@ void RequestCore::logRefusal(const EncodingError& error) {
 
 void RequestCore::setFixedHeaders() {
     if (!heads) heads.emplace();
-    auto& headers = *heads;
-    headers["Content-Type"] = "application/json; charset=utf-8";
-    headers["x-zq-agentname"] = "standard";
-    headers["Accept"] = "*/*";
-    headers["X-Traceid"] = makeTraceId();
-    headers["User-Agent"] = "DSDK";
-    if (auto token = CloudInstance::shared().token.get()) headers["Authorization"] = *std::move(token);
+    for (const auto& [name, value] : fixedHeaders) heads->insert_or_assign(name, value);
+    heads->insert_or_assign("X-Traceid", makeTraceId());
+    if (auto token = CloudInstance::shared().token.get())
+        heads->insert_or_assign("Authorization", *std::move(token));
 }
 
 HTTPRequest RequestCore::httpRequest() {

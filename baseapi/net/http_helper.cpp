@@ -25,10 +25,9 @@ std::string joinURL(HTTPRequest& request) {
 void addHeaders(DataRequest& data, HTTPRequest& request) {
     if (!request.headers) return;
     data.headers.reserve(request.headers->size());
-    while (!request.headers->empty()) {
-        auto header = request.headers->extract(request.headers->begin());
-        logLine("Request head = ", header.key(), " : ", header.mapped());
-        data.headers.push_back({std::move(header.key()), std::move(header.mapped())});
+    for (auto& [name, value] : *request.headers) {
+        logLine("Request head = ", name, " : ", value);
+        data.headers.push_back({name, std::move(value)});
     }
 }
 
