@@ -20,7 +20,8 @@ function(baseapi_library name)
       POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   endforeach()
   target_link_options(${name}_shared PRIVATE
-    -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exported.map -Wl,-z,defs)
+    -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exported.map -Wl,-z,defs
+    $<$<CONFIG:MinSizeRel>:-Wl,-Map=$<TARGET_FILE:${name}_shared>.map>)
   # While the major version is 0, each minor one may break.
   set_target_properties(${name}_shared PROPERTIES
     OUTPUT_NAME ${name} LINKER_LANGUAGE CXX

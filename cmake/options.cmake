@@ -17,6 +17,10 @@ if(BASEAPI_FUZZERS)
   target_compile_options(baseapi_options INTERFACE -fsanitize=fuzzer-no-link)
   target_link_options(baseapi_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+# What is built for size has each function and each variable in a section of its own, so that the linker leaves out what
+# nobody uses.
+target_compile_options(baseapi_options INTERFACE $<$<CONFIG:MinSizeRel>:-ffunction-sections;-fdata-sections>)
+target_link_options(baseapi_options INTERFACE $<$<CONFIG:MinSizeRel>:-Wl,--gc-sections;-Wl,--as-needed>)
 # g++ 12 warns of overlapping copies where a short literal is joined to a text, and there are none (its bug 105651).
 target_compile_options(baseapi_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 
