@@ -17,6 +17,10 @@ if(BASEAPI_FUZZERS)
   target_compile_options(baseapi_options INTERFACE -fsanitize=fuzzer-no-link)
   target_link_options(baseapi_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+# Files may be larger than what an address counts.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  target_compile_definitions(baseapi_options INTERFACE _FILE_OFFSET_BITS=64)
+endif()
 # What is built for size has each function and each variable in a section of its own, so that the linker leaves out what
 # nobody uses.
 target_compile_options(baseapi_options INTERFACE $<$<CONFIG:MinSizeRel>:-ffunction-sections;-fdata-sections>)

@@ -7,10 +7,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <new>
 #include <system_error>
 #include <utility>
 
 #include "baseapi/core/log.h"
+#include "baseapi/platform/memory_size.h"
 #include "baseapi/platform/platform.h"
 
 namespace baseapi::inline v1 {
@@ -28,9 +30,13 @@ struct SliceFailure {
     throw SliceFailure{{"AssetSliceError", code, std::move(message)}};
 }
 
-[[noreturn]] void failWith(int error) {
+AssetSliceError systemError(int error) {
     const auto& category = std::generic_category();
-    throw SliceFailure{{category.name(), error, category.message(error)}};
+    return {category.name(), error, category.message(error)};
+}
+
+[[noreturn]] void failWith(int error) {
+    throw SliceFailure{systemError(error)};
 }
 
 /// A file that is closed at the end of its life.
@@ -45,7 +51,7 @@ class OpenFile {
 
     /// Fewer bytes where the file has become shorter meanwhile.
     std::string read(std::uint64_t offset, std::uint64_t count) const {
-        std::string bytes(count, '\0');
+        std::string bytes(memorySize(count), '\0');
         std::size_t filled = 0;
         while (filled < bytes.size()) {
             const auto got = ::pread(descriptor_, bytes.data() + filled, bytes.size() - filled,
@@ -103,6 +109,8 @@ void AssetSliceFetcher::getAssetSlice(const PhotoAsset& asset, std::uint64_t off
                 bytes = readSlice(resolve(asset, answer), offset, size);
             } catch (const SliceFailure& failure) {
                 error = failure.error;
+            } catch (const std::bad_alloc&) {
+                error = systemError(ENOMEM);
             }
             completion(std::move(bytes), std::move(error));
         });

@@ -8,6 +8,7 @@
 #include "baseapi/core/log.h"
 #include "baseapi/net/progress_listener.h"
 #include "baseapi/platform/fatal_stop.h"
+#include "baseapi/platform/memory_size.h"
 #include "baseapi/transfer/local_file.h"
 #include "baseapi/transfer/upload_file_request.h"
 
@@ -50,7 +51,7 @@ ByteBuffer UploadTask::readPart() const {
     const auto size = std::max<std::int64_t>(source.seekToEnd() - offset, 0);
     source.seek(offset);
     ByteBuffer bytes;
-    bytes.size = static_cast<std::size_t>(std::clamp<std::int64_t>(length, 0, size));
+    bytes.size = memorySize(static_cast<std::uint64_t>(std::clamp<std::int64_t>(length, 0, size)));
     bytes.data = std::make_unique_for_overwrite<char[]>(bytes.size);
     bytes.size = source.read(bytes.data.get(), bytes.size);
     return bytes;

@@ -61,6 +61,13 @@ TEST_F(AssetSliceFetcherTest, AnOffsetAtTheEndIsAnErrorAndOneBeforeIsNot) {
     EXPECT_EQ(slice(9, 5), "9");
 }
 
+TEST_F(AssetSliceFetcherTest, ReadsBehindFourGibibytes) {
+    constexpr std::uint64_t far = 5'368'709'120;
+    std::ofstream(folder_ / "asset.heic").seekp(far) << "0123456789";
+    EXPECT_EQ(slice(far + 2, 3), "234");
+    EXPECT_EQ(slice(far + 8, 100), "89");
+}
+
 TEST_F(AssetSliceFetcherTest, ASizeOfZeroGivesNoBytesAndNoError) {
     EXPECT_EQ(slice(3, 0), "");
 }

@@ -96,6 +96,17 @@ TEST_F(DownloadTask, ContinuesAFileWhereTheServiceAgrees) {
     EXPECT_EQ(server.requests().at(0).header("If-Range"), "\"v1\"");
 }
 
+TEST_F(DownloadTask, ContinuesAFileBehindFourGibibytes) {
+    writePart("");
+    std::filesystem::resize_file(file, 5'368'709'120);
+    ScriptedServer server(answering(
+        206, "end", {{"Content-Range", "bytes 5368709120-5368709122/5368709123"}, {"ETag", "\"v1\""}}));
+    EXPECT_FALSE(download(server, "\"v1\"").error);
+    EXPECT_EQ(server.requests().at(0).header("Range"), "bytes=5368709120-");
+    EXPECT_EQ(std::filesystem::file_size(file), 5'368'709'123U);
+    EXPECT_THAT(progress.reports(), Contains(Totals{5'368'709'123, 5'368'709'123}));
+}
+
 TEST_F(DownloadTask, StartsAnewWhereTheFileOfTheServiceHasChanged) {
     writePart("old content that is longer");
     ScriptedServer server(answering(200, "new", {{"ETag", "\"v2\""}}));

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kSpareBytes = 64;
 
 /// An announced length is believed up to here; beyond it the body grows as it comes.
-constexpr std::size_t kBelievedLength = 64 << 20;
+constexpr curl_off_t kBelievedLength = 64 << 20;
 
 /// What libcurl decodes. It would write the same header itself, at six times the cost of one that it is
 /// given.
@@ -77,7 +77,7 @@ void DataTransfer::makeRoom(std::size_t more) {
         throw std::length_error("The answer is longer than this library holds in memory");
     if (needed + kSpareBytes <= body.capacity()) return;
     const auto announced = easy()->info<curl_off_t>(CURLINFO_CONTENT_LENGTH_DOWNLOAD_T);
-    const auto believed = announced > 0 ? std::min<std::size_t>(announced, kBelievedLength) : 0;
+    const auto believed = announced > 0 ? static_cast<std::size_t>(std::min(announced, kBelievedLength)) : 0;
     body.reserve(std::max({believed, needed, 2 * body.size()}) + kSpareBytes);
 }
 
