@@ -16,11 +16,16 @@ TEST(LeavingMain, InTheMiddleOfTransfersIsSafe) {
         },
         {.tls = true});
     const TemporaryFolder folder;
-    for (int round = 0; round < 60; ++round) {
-        const int status = test_support::statusOfProgram({LEAVE_MAIN_PROGRAM, server.url("/silent"),
-                                                          server.url("/endless"), server.certificateFile(),
-                                                          folder.path(), std::to_string(round * round * 10)});
-        EXPECT_EQ(status, 0) << "in round " << round;
+    // Longer and longer, until requests are under way also on a slow machine.
+    const auto isEnough = [&](double microseconds) {
+        return microseconds > 40e3 && (server.requestCount() > 0 || microseconds > 30e6);
+    };
+    for (double wait = 10; !isEnough(wait); wait *= 1.15) {
+        const auto microseconds = std::to_string(static_cast<int>(wait));
+        const int status =
+            test_support::statusOfProgram({LEAVE_MAIN_PROGRAM, server.url("/silent"), server.url("/endless"),
+                                           server.certificateFile(), folder.path(), microseconds});
+        EXPECT_EQ(status, 0) << "after " << microseconds << " microseconds";
     }
     EXPECT_GT(server.requestCount(), 0u);
 }
