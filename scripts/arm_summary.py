@@ -6,7 +6,7 @@ import xml.etree.ElementTree
 
 RAN = re.compile(r"^\[==========\] (\d+) tests? from", re.MULTILINE)
 PASSED = re.compile(r"^\[  PASSED  \] (\d+) tests?\.", re.MULTILINE)
-SKIPPED = re.compile(r"^\[  SKIPPED \] (\d+) tests?,", re.MULTILINE)
+SKIPPED = re.compile(r"^\[  SKIPPED \] (\d+) tests?[.,]", re.MULTILINE)
 
 
 def counted(pattern, output, otherwise):

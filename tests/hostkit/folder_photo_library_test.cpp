@@ -118,12 +118,17 @@ TEST_F(FolderPhotoLibraryTest, DatesOfOneSecondAreToldApartByTheFractionAndOfOne
 }
 
 TEST_F(FolderPhotoLibraryTest, DatesFarOffKeepTheirPlace) {
-    if (sizeof(std::time_t) < sizeof(std::int64_t)) GTEST_SKIP() << "dates of this system end in 2038";
-    write("far.jpg", "", 15'000'000'000);
     write("old.jpg", "", -1'000'000'000);
     write("9999.jpg", jpegTaken("9999:12:31 23:59:59"));
     write("0001.jpg", jpegTaken("0001:01:02 00:00:00"));
-    EXPECT_THAT(identifiers(), ElementsAre("0001.jpg", "old.jpg", "far.jpg", "9999.jpg"));
+    EXPECT_THAT(identifiers(), ElementsAre("0001.jpg", "old.jpg", "9999.jpg"));
+}
+
+TEST_F(FolderPhotoLibraryTest, AFileOfALaterCenturyKeepsItsPlace) {
+    if (sizeof(std::time_t) < sizeof(std::int64_t)) GTEST_SKIP() << "dates of this system end in 2038";
+    write("9999.jpg", jpegTaken("9999:12:31 23:59:59"));
+    write("later.jpg", "", 15'000'000'000);
+    EXPECT_THAT(identifiers(), ElementsAre("later.jpg", "9999.jpg"));
 }
 
 TEST_F(FolderPhotoLibraryTest, NamesAreBytes) {
