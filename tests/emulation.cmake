@@ -24,14 +24,3 @@ endfunction()
 
 # The test cases that emulation cannot run, each with its reason. There are none so far.
 set(baseapi_not_emulated)
-
-# The tests of a program in a few processes: the emulator takes longer to start than most of them take.
-function(baseapi_emulated_test name)
-  baseapi_startable(program ${name})
-  list(JOIN baseapi_not_emulated ":" left_out)
-  foreach(shard RANGE 3)
-    add_test(NAME ${name}.${shard} COMMAND ${program} --gtest_brief=1 --gtest_filter=-${left_out})
-    set_tests_properties(${name}.${shard} PROPERTIES
-      TIMEOUT 3600 ENVIRONMENT "GTEST_TOTAL_SHARDS=4;GTEST_SHARD_INDEX=${shard}")
-  endforeach()
-endfunction()
