@@ -1,8 +1,8 @@
 """Loads a recipe without Conan, with the classes and functions that the recipe of baseapi takes from it."""
 
 import fnmatch
-import importlib.util
 import pathlib
+import runpy
 import shutil
 import sys
 import types
@@ -81,7 +81,5 @@ def recipe_in(folder):
     for name, content in MODULES.items():
         sys.modules[name] = types.ModuleType(name)
         vars(sys.modules[name]).update(content)
-    specification = importlib.util.spec_from_file_location("conanfile", folder / "conanfile.py")
-    module = importlib.util.module_from_spec(specification)
-    specification.loader.exec_module(module)
-    return next(it for it in vars(module).values() if isinstance(it, type) and issubclass(it, ConanFile) and it is not ConanFile)
+    names = runpy.run_path(str(folder / "conanfile.py"))
+    return next(it for it in names.values() if isinstance(it, type) and issubclass(it, ConanFile) and it is not ConanFile)
