@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -20,13 +21,21 @@
 
 namespace baseapi {
 
-/// Events as texts.
+/// Events as texts, of runs that may go on after their last event: what they still send must not reach the
+/// service of the next test, so the end of these events waits for the end of the runs.
 class TextEvents {
   public:
-    void add(const std::string& text) {
-        std::lock_guard lock(mutex_);
-        texts_.push_back(text);
-        changed_.notify_all();
+    TextEvents() = default;
+    TextEvents(const TextEvents&) = delete;
+    TextEvents& operator=(const TextEvents&) = delete;
+    ~TextEvents() {
+        held_.reset();
+        EXPECT_TRUE(letGo_->wait()) << "a run goes on after its test";
+    }
+
+    /// Adds a text. Belongs into the run's callback, with which it goes.
+    auto writer() {
+        return [this, held = held_](const std::string& text) { add(text); };
     }
     std::vector<std::string> all() const {
         std::lock_guard lock(mutex_);
@@ -44,16 +53,24 @@ class TextEvents {
     }
 
   private:
+    void add(const std::string& text) {
+        std::lock_guard lock(mutex_);
+        texts_.push_back(text);
+        changed_.notify_all();
+    }
+
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     std::vector<std::string> texts_;
+    std::shared_ptr<test_support::Event> letGo_ = std::make_shared<test_support::Event>();
+    std::shared_ptr<void> held_{nullptr, [letGo = letGo_](void*) { letGo->set(); }};
 };
 
 /// The events of one run, as texts.
 class BackupEvents {
   public:
     BackupCallback callback() {
-        return [this](const BackupResult& event) {
+        return [add = events_.writer()](const BackupResult& event) {
             event.visit(
                 [&](const BackupResult::onComplete& it) {
                     add("onComplete " + std::to_string(it.succCount) + " " + std::to_string(it.failCount) +
@@ -75,8 +92,6 @@ class BackupEvents {
     std::string waitForComplete() const { return events_.waitFor("onComplete", "onComplete"); }
 
   private:
-    void add(const std::string& text) { events_.add(text); }
-
     TextEvents events_;
 };
 

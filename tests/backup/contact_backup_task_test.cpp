@@ -36,9 +36,10 @@ class ContactBackupTaskTest : public BackupServiceTest {
         on(keepLock, R"({"code":0})");
         on(complete, R"({"code":0})");
         task_->deviceId = 7;
-        task_->onCallback = {[this](const BackupContactResult& result) { ends_.add(textOf(result)); },
-                             [this](const BackupProgress& it) {
-                                 ends_.add("onProgress \"" + it.hash + "\" " + std::to_string(it.percent));
+        const auto add = ends_.writer();
+        task_->onCallback = {[add](const BackupContactResult& result) { add(textOf(result)); },
+                             [add](const BackupProgress& it) {
+                                 add("onProgress \"" + it.hash + "\" " + std::to_string(it.percent));
                              }};
     }
 

@@ -33,7 +33,7 @@ class ContactRecoverTaskTest : public BackupServiceTest {
         describe("book.vcf");
         task_->hash = "the-hash";
         task_->recordId = "record-1";
-        task_->onCallback = [this](const ContactResult& event) { events_.add(textOf(event)); };
+        task_->onCallback = [add = events_.writer()](const ContactResult& event) { add(textOf(event)); };
     }
     static void emptyTemporaryFolder() {
         for (const auto& entry : fs::directory_iterator(test_support::temporaryFolder()))
@@ -126,7 +126,7 @@ TEST_F(ContactRecoverTaskTest, FailsWhereTheRecordIsRefusedOrEmpty) {
         on(files, answer);
         const auto task = std::make_shared<ContactRecoverTask>();
         task->recordId = "record-1";
-        task->onCallback = [&](const ContactResult& event) { events.add(textOf(event)); };
+        task->onCallback = [add = events.writer()](const ContactResult& event) { add(textOf(event)); };
         task->startRecover();
         EXPECT_EQ(events.waitFor("success", "failure"), "failure  100020 Contact record failed") << answer;
     }
@@ -191,7 +191,7 @@ TEST_F(ContactRecoverTaskTest, ANameThatIsNoneGetsTheOneOfAnAbsentName) {
         describe(name);
         const auto task = std::make_shared<ContactRecoverTask>();
         task->recordId = "record-1";
-        task->onCallback = [&](const ContactResult& event) { events.add(textOf(event)); };
+        task->onCallback = [add = events.writer()](const ContactResult& event) { add(textOf(event)); };
         task->startRecover();
         EXPECT_EQ(events.waitFor("success", "failure"), "success  0 success") << name;
         EXPECT_THAT(temporaryFiles(), ElementsAre(testing::MatchesRegex("contact_[0-9]+_[0-9]+\\.vcf")))

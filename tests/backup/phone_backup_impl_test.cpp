@@ -109,9 +109,9 @@ TEST_F(PhoneBackupImplTest, OnlyOneBackupOfContactsRunsAtATime) {
     holdStart();
     TextEvents ends;
     const BackupResultHandler handler{
-        [&](const BackupContactResult& result) {
-            result.visit([&](const BackupContactResult::success& it) { ends.add(it.message); },
-                         [&](const BackupContactResult::failure& it) { ends.add(it.errorMessage); });
+        [add = ends.writer()](const BackupContactResult& result) {
+            result.visit([&](const BackupContactResult::success& it) { add(it.message); },
+                         [&](const BackupContactResult::failure& it) { add(it.errorMessage); });
         },
         nullptr};
     EXPECT_TRUE(backup().backupContact("", 7, 0, handler));
@@ -125,8 +125,8 @@ TEST_F(PhoneBackupImplTest, OnlyOneBackupOfContactsRunsAtATime) {
 
 TEST_F(PhoneBackupImplTest, ARestoreNeedsARecord) {
     TextEvents ends;
-    backup().restoreContact("hash", "", 0, [&](const ContactResult& event) {
-        event.visit([&](const ContactResult::onFailure& it) { ends.add(it.hash + " " + it.message); },
+    backup().restoreContact("hash", "", 0, [add = ends.writer()](const ContactResult& event) {
+        event.visit([&](const ContactResult::onFailure& it) { add(it.hash + " " + it.message); },
                     [](const auto&) {});
     });
     EXPECT_THAT(ends.all(), ElementsAre("hash No record id"));
