@@ -29,13 +29,22 @@ class SignalsBlocked {
     sigset_t before_;
 };
 
+thread_local bool ofTheLibrary = false;
+
 }  // namespace
 
 std::thread startThread(const std::string& name, std::function<void()> body) {
     const SignalsBlocked blocked;
-    std::thread thread(std::move(body));
+    std::thread thread([body = std::move(body)] {
+        ofTheLibrary = true;
+        body();
+    });
     pthread_setname_np(thread.native_handle(), name.substr(0, 15).c_str());
     return thread;
+}
+
+bool onLibraryThread() {
+    return ofTheLibrary;
 }
 
 void runJob(const std::function<void()>& job) noexcept {

@@ -10,6 +10,9 @@ namespace baseapi::inline v1 {
 /// host's signal ever runs on it.
 std::thread startThread(const std::string& name, std::function<void()> body);
 
+/// Whether `startThread` started the calling thread.
+bool onLibraryThread();
+
 /// Runs a job; what it throws goes to standard error and no further.
 void runJob(const std::function<void()>& job) noexcept;
 

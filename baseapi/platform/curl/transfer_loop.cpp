@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "baseapi/platform/openssl_setup.h"
+#include "baseapi/platform/thread.h"
 
 namespace baseapi::inline v1 {
 namespace {
@@ -52,20 +53,23 @@ TransferLoop::TransferLoop(std::shared_ptr<Executor> delegateQueue, std::filesys
       caBundle_(std::move(caBundle)),
       transfersPerOrigin_(transfersPerOrigin),
       share_(newShare()),
-      multi_(newMulti()) {}
+      multi_(newMulti()) {
+    poll_.serve(multi_.get());
+    curl_multi_setopt(multi_.get(), CURLMOPT_TIMERFUNCTION, &TransferLoop::onTimer);
+    curl_multi_setopt(multi_.get(), CURLMOPT_TIMERDATA, this);
+}
+
+int TransferLoop::onTimer(CURLM*, long milliseconds, void* loop) {
+    static_cast<TransferLoop*>(loop)->timer_ =
+        milliseconds < 0 ? Clock::time_point::max() : Clock::now() + std::chrono::milliseconds(milliseconds);
+    return 0;
+}
 
 void TransferLoop::run() {
-    for (;;) {
-        obeyCommands();
-        int stillRunning = 0;
-        curl_multi_perform(multi_.get(), &stillRunning);
-        takeResults();
-        lookForStalled();
-        if (!goToSleep()) continue;
-        curl_multi_poll(multi_.get(), nullptr, 0, sleepTime(), nullptr);
-        const std::lock_guard lock(mutex_);
-        asleep_ = false;
-        if (stopping_) break;
+    std::span<const SocketPoll::Ready> ready;
+    while (awaitTurn()) {
+        move(ready);
+        ready = poll_.wait(sleepAfterTurn());
     }
     abandonAll();
 }
@@ -75,7 +79,28 @@ void TransferLoop::stop() {
         const std::lock_guard lock(mutex_);
         stopping_ = true;
     }
-    curl_multi_wakeup(multi_.get());
+    poll_.wake();
+}
+
+/// False where the loop is to stop; the turn is then the last one.
+bool TransferLoop::awaitTurn() {
+    std::unique_lock lock(mutex_);
+    sleepsUntil_ = Clock::time_point::min();
+    networkWaits_ = true;
+    turnIsFree_.wait(lock, [this] { return !turnIsTaken_; });
+    networkWaits_ = false;
+    turnIsTaken_ = true;
+    return !stopping_;
+}
+
+/// Ends the network thread's turn, once there is nothing to obey.
+std::chrono::milliseconds TransferLoop::sleepAfterTurn() {
+    std::unique_lock lock(mutex_);
+    while (!commands_.empty() && !stopping_) obeyCommands(lock);
+    turnIsTaken_ = false;
+    const auto now = Clock::now();
+    sleepsUntil_ = std::clamp(nextMoment(), now, now + kLongestSleep);
+    return std::chrono::ceil<std::chrono::milliseconds>(sleepsUntil_ - now);
 }
 
 void TransferLoop::begin(std::shared_ptr<Transfer> transfer) {
@@ -94,36 +119,43 @@ void TransferLoop::submit(Command command) {
         return;
     }
     commands_.push_back(std::move(command));
-    const bool wake = std::exchange(asleep_, false);
+    // Whoever has the turn obeys this command too. A thread of the host's takes none: on it the signal of a
+    // broken connection would end the process.
+    if (turnIsTaken_) return;
+    if (onLibraryThread()) takeTurn(lock);
+    const bool wakes = (commands_.empty() ? nextMoment() : Clock::time_point::min()) < sleepsUntil_;
     lock.unlock();
-    if (wake) curl_multi_wakeup(multi_.get());
+    if (wakes) poll_.wake();
 }
 
-/// False where there are none.
-bool TransferLoop::takeCommands() {
-    taken_.clear();
-    const std::lock_guard lock(mutex_);
+/// A turn of another than the network thread, which comes first where it waits for one.
+void TransferLoop::takeTurn(std::unique_lock<std::mutex>& lock) {
+    turnIsTaken_ = true;
+    while (!commands_.empty() && !networkWaits_ && !stopping_) obeyCommands(lock);
+    turnIsTaken_ = false;
+    if (networkWaits_) turnIsFree_.notify_one();
+}
+
+void TransferLoop::obeyCommands(std::unique_lock<std::mutex>& lock) {
     std::swap(taken_, commands_);
-    return !taken_.empty();
-}
-
-void TransferLoop::obeyCommands() {
-    if (!takeCommands()) return;
+    lock.unlock();
     for (auto& command : taken_) obey(std::move(command));
     taken_.clear();
+    move({});
+    lock.lock();
 }
 
-/// False where there are commands to obey first.
-bool TransferLoop::goToSleep() {
-    const std::lock_guard lock(mutex_);
-    asleep_ = commands_.empty();
-    return asleep_ || stopping_;
-}
-
-int TransferLoop::sleepTime() const {
-    if (nextLook_ == Clock::time_point::max()) return static_cast<int>(kLongestSleep.count());
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(nextLook_ - Clock::now());
-    return static_cast<int>(std::clamp(left, std::chrono::milliseconds(0), kLongestSleep).count());
+/// Lets libcurl go on with these sockets, and with what its time has come for.
+void TransferLoop::move(std::span<const SocketPoll::Ready> sockets) {
+    int running = 0;
+    for (const auto& [socket, actions] : sockets)
+        if (poll_.isWaitedFor(socket)) curl_multi_socket_action(multi_.get(), socket, actions, &running);
+    if (timer_ <= Clock::now()) {
+        timer_ = Clock::time_point::max();
+        curl_multi_socket_action(multi_.get(), CURL_SOCKET_TIMEOUT, 0, &running);
+    }
+    takeResults();
+    lookForStalled();
 }
 
 void TransferLoop::obey(Command command) {
@@ -193,7 +225,10 @@ void TransferLoop::abandonAll() {
         const auto transfer = active_.back().transfer;
         abandon(transfer);
     }
-    takeCommands();
+    {
+        const std::lock_guard lock(mutex_);
+        std::swap(taken_, commands_);
+    }
     for (const auto& command : taken_) {
         if (!command.cancel) command.transfer->fail(cancelledError());
     }

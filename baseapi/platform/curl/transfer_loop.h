@@ -2,26 +2,32 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "baseapi/platform/curl/easy_handle.h"
 #include "baseapi/platform/curl/open_sockets.h"
+#include "baseapi/platform/curl/socket_poll.h"
 #include "baseapi/platform/curl/transfer.h"
 #include "baseapi/platform/executor.h"
 
 namespace baseapi::inline v1 {
 
-/// The network thread's work: all transfers of one transport, moved by libcurl's multi interface.
+/// All transfers of one transport, moved by libcurl's multi interface. libcurl is used by one thread at a
+/// time, whose turn it is: the network thread where sockets are ready or time is over, and the library's
+/// thread that begins a transfer, which thus brings its request on the way itself.
 class TransferLoop {
   public:
     TransferLoop(std::shared_ptr<Executor> delegateQueue, std::filesystem::path caBundle,
@@ -69,11 +75,15 @@ class TransferLoop {
         void operator()(CURLSH* share) const { curl_share_cleanup(share); }
     };
 
+    static int onTimer(CURLM* multi, long milliseconds, void* loop);
+
     void submit(Command command);
-    void obeyCommands();
-    bool takeCommands();
-    bool goToSleep();
-    int sleepTime() const;
+    bool awaitTurn();
+    std::chrono::milliseconds sleepAfterTurn();
+    void takeTurn(std::unique_lock<std::mutex>& lock);
+    void obeyCommands(std::unique_lock<std::mutex>& lock);
+    void move(std::span<const SocketPoll::Ready> sockets);
+    Clock::time_point nextMoment() const { return std::min(timer_, nextLook_); }
 
     void obey(Command command);
     void start(std::shared_ptr<Transfer> transfer);
@@ -94,11 +104,17 @@ class TransferLoop {
     std::atomic<std::size_t> running_{0};
 
     std::mutex mutex_;
+    std::condition_variable turnIsFree_;
     std::vector<Command> commands_;
-    bool asleep_ = false;
+    bool turnIsTaken_ = false;
+    bool networkWaits_ = false;
     bool stopping_ = false;
+    /// Until when the network thread sleeps; long ago while it does not.
+    Clock::time_point sleepsUntil_ = Clock::time_point::min();
 
-    // Of the network thread. Its memory is used again for the next commands.
+    SocketPoll poll_;
+
+    // Of the thread whose turn it is. The memory is used again for the next commands.
     std::vector<Command> taken_;
     // Handles end before what they share and what they are in.
     OpenSockets sockets_;
@@ -107,6 +123,8 @@ class TransferLoop {
     std::vector<Active> active_;
     std::unordered_map<std::string, Origin> origins_;
     std::array<std::vector<std::unique_ptr<EasyHandle>>, 3> spareHandles_;
+    /// When libcurl wants to go on without a socket.
+    Clock::time_point timer_ = Clock::time_point::max();
     Clock::time_point nextLook_ = Clock::time_point::max();
 };
 
