@@ -38,11 +38,14 @@ void BackupJournal::read(std::span<const std::string_view> pieces) {
     folders_.read(pieces);
     const auto beginning = pieces.front();
     if (beginning == unreadable || beginning == leadsBack) readOfWalk(joinedLine(pieces));
-    const auto& trail = FileTrail::ofThread();
+    const auto trail = FileTrail::ofThread();
     if (!trail) return;
     trail->cause.read(pieces);
     const bool good = beginning.starts_with(uploaded);
-    if (good || beginning.starts_with(notUploaded)) trail->copy.reset();
+    if (good || beginning.starts_with(notUploaded)) {
+        trail->copy.reset();
+        FileTrail::leaveThread();
+    }
     if (good) succeeded(trail);
 }
 

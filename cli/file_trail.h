@@ -32,14 +32,30 @@ struct FileTrail {
     class Scope {
       public:
         explicit Scope(std::shared_ptr<FileTrail> trail)
-            : before_(std::exchange(ofThread(), std::move(trail))) {}
-        ~Scope() { ofThread() = std::move(before_); }
+            : before_(std::exchange(ofThread(), std::move(trail))) {
+            ++scopes();
+        }
+        ~Scope() {
+            --scopes();
+            ofThread() = std::move(before_);
+        }
         Scope(const Scope&) = delete;
         Scope& operator=(const Scope&) = delete;
 
       private:
         std::shared_ptr<FileTrail> before_;
     };
+
+    /// The thread has done what it does for the file that it has begun with; its next job may be for another.
+    static void leaveThread() {
+        if (scopes() == 0) ofThread() = nullptr;
+    }
+
+  private:
+    static int& scopes() {
+        thread_local int open = 0;
+        return open;
+    }
 };
 
 }  // namespace quillbox

@@ -31,6 +31,7 @@ class FollowedQueue final : public baseapi::Executor {
             const FileTrail::Scope scope(std::move(trail));
             job();
         });
+        FileTrail::leaveThread();
     }
 
   private:

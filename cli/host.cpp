@@ -31,7 +31,7 @@ Host::Host(const SessionOptions& options, Parts parts, Command& command)
     : parts_(parts),
       stateFolder_(quillbox::stateFolder(options, processEnvironment)),
       log_(options.log ? std::make_shared<HostLog>(*options.log) : std::make_shared<HostLog>()),
-      queue_(std::make_shared<CountedQueue>(std::make_shared<baseapi::WorkerPool>("quillbox-delegate"))) {
+      queue_(std::make_shared<CountedQueue>(baseapi::sharedPool())) {
     baseapi::Platform platform;
     platform.log = log_;
     platform.delegateQueue = queue_;

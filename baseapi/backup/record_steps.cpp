@@ -29,10 +29,9 @@ std::string RecordSteps::rememberedLock() const {
     return Preferences::shared().getString(module_.lockKey, "");
 }
 
-Task<bool> RecordSteps::releaseLock(std::string lockId) const {
+Task<void> RecordSteps::releaseLock(std::string lockId) const {
     co_await callbackOf<NetworkResult<BaseResponse>>(
         [&](auto callback) { service().deleteBackupLock(lockId, std::move(callback)); });
-    co_return true;
 }
 
 Task<NetworkResult<CreateBackupLockResponse>> RecordSteps::takeLock() const {
@@ -77,13 +76,12 @@ RecordSteps::Outcome RecordSteps::lockOutcome(const NetworkResult<CreateBackupLo
     return {lockId, {}, true};
 }
 
-Task<bool> RecordSteps::pruneRecords(std::string lockId) const {
+Task<void> RecordSteps::pruneRecords(std::string lockId) const {
     co_await callbackOf<DeleteRecordResult>([&](auto callback) {
         std::make_shared<DeleteRecordTask>(lockId, deviceId_, std::string(module_.moduleCode),
                                            std::move(callback))
             ->submit();
     });
-    co_return true;
 }
 
 Task<RecordSteps::Outcome> RecordSteps::createRecord(std::string lockId) const {

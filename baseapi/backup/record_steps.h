@@ -55,7 +55,7 @@ class RecordSteps {
     std::string rememberedLock() const;
     /// Gives the lock back, and waits for the answer without looking at it: a lock that an interrupted run
     /// has left must not stand in the way of this one.
-    Task<bool> releaseLock(std::string lockId) const;
+    Task<void> releaseLock(std::string lockId) const;
     /// Asks for the lock; what came, `lockOutcome` says.
     Task<NetworkResult<CreateBackupLockResponse>> takeLock() const;
     /// Remembers the lock that the answer brings, so that whatever happens now, the next run can give it
@@ -64,7 +64,7 @@ class RecordSteps {
     /// The same, with a log line.
     Outcome lockOutcome(const NetworkResult<CreateBackupLockResponse>& answer) const;
     /// Deletes old records; whether that worked does not matter.
-    Task<bool> pruneRecords(std::string lockId) const;
+    Task<void> pruneRecords(std::string lockId) const;
     /// Makes the run's record.
     Task<Outcome> createRecord(std::string lockId) const;
     /// Closes the record and gives the run's end: its own failure goes before what the service says of the

@@ -2,41 +2,66 @@
 
 #include <unistd.h>
 
-#include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <system_error>
+#include <utility>
 
 #include "baseapi/core/callback.h"
-#include "baseapi/platform/fatal_stop.h"
-#include "baseapi/platform/thread.h"
+#include "baseapi/platform/worker_pool.h"
 
 namespace baseapi::inline v1 {
 
-/// Shared with the workers, which may outlive the queue.
-struct NamedOperationQueue::State {
+/// Shared with the operations under way, which may outlive the queue.
+class NamedOperationQueue::State : public std::enable_shared_from_this<State> {
+  public:
+    State(std::string called, int wide) : name(std::move(called)), width(wide) {}
+
+    void add(std::shared_ptr<Operation> operation) {
+        {
+            const std::lock_guard lock(mutex_);
+            waiting_.push_back(std::move(operation));
+        }
+        begin();
+    }
+
     const std::string name;
     const int width;
-    std::mutex mutex;
-    std::condition_variable changed;
-    std::deque<std::shared_ptr<Operation>> waiting;
-    int threads = 0;
-    int idle = 0;
-    bool closed = false;
 
-    bool needsThread() const { return threads < width && static_cast<std::size_t>(idle) < waiting.size(); }
-
-    /// The next operation, or nothing once the queue is closed and empty.
-    std::shared_ptr<Operation> next() {
-        std::unique_lock lock(mutex);
-        ++idle;
-        changed.wait(lock, [&] { return closed || !waiting.empty(); });
-        --idle;
-        if (waiting.empty()) return nullptr;
-        auto operation = std::move(waiting.front());
-        waiting.pop_front();
-        return operation;
+  private:
+    /// Begins what there is a place for.
+    void begin() {
+        while (auto next = takeNext()) {
+            sharedPool()->post([next = std::move(next), self = shared_from_this()] {
+                invokeCallback([&] { next->start(self->place()); });
+            });
+        }
     }
+
+    /// Nothing where nothing waits or all places are occupied.
+    std::shared_ptr<Operation> takeNext() {
+        const std::lock_guard lock(mutex_);
+        if (waiting_.empty() || occupied_ >= width) return nullptr;
+        ++occupied_;
+        auto next = std::move(waiting_.front());
+        waiting_.pop_front();
+        return next;
+    }
+
+    QueuePlace place() {
+        return {nullptr, [self = shared_from_this()](void*) { self->leave(); }};
+    }
+
+    void leave() {
+        {
+            const std::lock_guard lock(mutex_);
+            --occupied_;
+        }
+        begin();
+    }
+
+    std::mutex mutex_;
+    std::deque<std::shared_ptr<Operation>> waiting_;
+    int occupied_ = 0;
 };
 
 int activeProcessorCount() {
@@ -47,13 +72,9 @@ NamedOperationQueue::NamedOperationQueue(std::string name)
     : NamedOperationQueue(std::move(name), activeProcessorCount() / 2) {}
 
 NamedOperationQueue::NamedOperationQueue(std::string name, int width)
-    : state_(new State{.name = std::move(name), .width = width}) {}
+    : state_(std::make_shared<State>(std::move(name), width)) {}
 
-NamedOperationQueue::~NamedOperationQueue() {
-    std::lock_guard lock(state_->mutex);
-    state_->closed = true;
-    state_->changed.notify_all();
-}
+NamedOperationQueue::~NamedOperationQueue() = default;
 
 const std::string& NamedOperationQueue::name() const {
     return state_->name;
@@ -64,24 +85,7 @@ int NamedOperationQueue::width() const {
 }
 
 void NamedOperationQueue::addOperation(std::shared_ptr<Operation> operation) {
-    std::unique_lock lock(state_->mutex);
-    state_->waiting.push_back(std::move(operation));
-    const bool grow = state_->needsThread();
-    if (grow) ++state_->threads;
-    lock.unlock();
-    state_->changed.notify_one();
-    if (grow) addThread();
-}
-
-void NamedOperationQueue::addThread() {
-    try {
-        startThread(state_->name, [state = state_] {
-            while (const auto next = state->next()) invokeCallback([&] { next->start(); });
-        }).detach();
-    } catch (const std::system_error& error) {
-        std::lock_guard lock(state_->mutex);
-        if (--state_->threads == 0) fatalStop(error.what());  // nobody would ever run what waits
-    }
+    state_->add(std::move(operation));
 }
 
 }  // namespace baseapi::inline v1

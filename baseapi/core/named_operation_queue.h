@@ -10,8 +10,8 @@ namespace baseapi::inline v1 {
 /// The processors of the machine that are on line.
 int activeProcessorCount();
 
-/// Runs operations on threads of its own, a fixed number at once, in the order in which they were added. The
-/// threads are made when there is work for them and take no signals. A width of 0 runs nothing.
+/// Begins operations on the library's shared threads, in the order in which they were added, and has a fixed
+/// number of them under way at once: each occupies its place until it is done. A width of 0 runs nothing.
 class NamedOperationQueue {
   public:
     /// As wide as half the processors of the machine, rounded down.
@@ -30,10 +30,8 @@ class NamedOperationQueue {
     void addOperation(std::shared_ptr<Operation> operation);
 
   private:
-    void addThread();
-
-    struct State;
-    std::shared_ptr<State> state_;
+    class State;
+    const std::shared_ptr<State> state_;
 };
 
 }  // namespace baseapi::inline v1

@@ -1,9 +1,11 @@
 #include "baseapi/core/operation.h"
 
+#include <utility>
+
 namespace baseapi::inline v1 {
 
-void Operation::start() {
-    if (!spent_.exchange(true)) main();
+void Operation::start(QueuePlace place) {
+    if (!spent_.exchange(true)) main(std::move(place));
 }
 
 void Operation::cancel() {

@@ -2,11 +2,15 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
 #include <utility>
 
 #include "baseapi/core/cancelable.h"
 
 namespace baseapi::inline v1 {
+
+/// A place in an operation queue: occupied for as long as somebody holds it.
+using QueuePlace = std::shared_ptr<void>;
 
 /// Work for an operation queue, done once.
 class Operation : public Cancelable {
@@ -15,15 +19,15 @@ class Operation : public Cancelable {
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
-    /// Runs the work on the calling thread, unless it was cancelled or has been started before.
-    void start();
+    /// Begins the work on the calling thread, unless it was cancelled or has been started before.
+    void start(QueuePlace place = nullptr);
 
     /// An operation that has not started never runs; one that has runs on.
     void cancel() override;
 
   protected:
-    /// The work. Its worker is occupied until this returns.
-    virtual void main() = 0;
+    /// The work. It may go on after this has returned, and keeps its place until it is done.
+    virtual void main(QueuePlace place) = 0;
 
   private:
     std::atomic<bool> spent_ = false;
@@ -32,13 +36,13 @@ class Operation : public Cancelable {
 /// An operation made of a function.
 class BlockOperation final : public Operation {
   public:
-    explicit BlockOperation(std::function<void()> block) : block_(std::move(block)) {}
+    explicit BlockOperation(std::function<void(QueuePlace)> block) : block_(std::move(block)) {}
 
   protected:
-    void main() override { std::exchange(block_, nullptr)(); }
+    void main(QueuePlace place) override { std::exchange(block_, nullptr)(std::move(place)); }
 
   private:
-    std::function<void()> block_;
+    std::function<void(QueuePlace)> block_;
 };
 
 }  // namespace baseapi::inline v1

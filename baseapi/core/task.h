@@ -11,12 +11,26 @@
 
 namespace baseapi::inline v1 {
 
-/// A coroutine that gives one value to the coroutine that awaits it. It starts when it is awaited, and goes
-/// on on whatever thread the callback that it waits for comes on.
+/// What a `Task` gives, once it has ended.
+template <class T>
+struct TaskValue {
+    void return_value(T result) { value = std::move(result); }
+    T take() { return std::move(*value); }
+
+    std::optional<T> value;
+};
+template <>
+struct TaskValue<void> {
+    void return_void() {}
+    void take() {}
+};
+
+/// A coroutine that gives one value, or nothing, to the coroutine that awaits it. It starts when it is
+/// awaited, and goes on on whatever thread the callback that it waits for comes on.
 template <class T>
 class [[nodiscard]] Task {
   public:
-    struct promise_type {
+    struct promise_type : TaskValue<T> {
         Task get_return_object() { return Task(Handle::from_promise(*this)); }
         std::suspend_always initial_suspend() noexcept { return {}; }
         auto final_suspend() noexcept {
@@ -29,11 +43,9 @@ class [[nodiscard]] Task {
             };
             return Awaiter{};
         }
-        void return_value(T result) { value = std::move(result); }
         void unhandled_exception() { failure = std::current_exception(); }
 
         std::coroutine_handle<> awaiting;
-        std::optional<T> value;
         std::exception_ptr failure;
     };
 
@@ -52,7 +64,7 @@ class [[nodiscard]] Task {
     T await_resume() {
         auto& promise = handle_.promise();
         if (promise.failure) std::rethrow_exception(promise.failure);
-        return std::move(*promise.value);
+        return promise.take();
     }
 
   private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -30,12 +31,13 @@ class HttpHelper {
     /// `NetworkError`, with nothing sent and `receiver` untouched, where the address is no URL.
     void request(HTTPRequest httpRequest, std::shared_ptr<RequestCore> receiver);
 
-    /// Sends one part to its signed address and waits for the end of the transfer; to be called on a thread
-    /// that may wait, never on one of the delegate queue. The answer's status is not read: what ends without
-    /// a transport error gives code 0 "success", everything else code -1 and the reason. `progressListener`
-    /// may be absent; it is called on threads of the delegate queue, under `hash`.
-    BaseResponse putUploadFile(const std::string& url, ByteBuffer data, const std::string& hash,
-                               std::shared_ptr<ProgressListener> progressListener);
+    /// Sends one part to its signed address. `continuation` hears of the end on a thread of the delegate
+    /// queue, or before this returns where the address is no URL. The answer's status is not read: what ends
+    /// without a transport error gives code 0 "success", everything else code -1 and the reason.
+    /// `progressListener` may be absent; it is called on threads of the delegate queue, under `hash`.
+    void putUploadFile(const std::string& url, ByteBuffer data, const std::string& hash,
+                       std::shared_ptr<ProgressListener> progressListener,
+                       std::function<void(BaseResponse)> continuation);
 
   private:
     HttpHelper();

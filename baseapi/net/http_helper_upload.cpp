@@ -1,4 +1,3 @@
-#include <future>
 #include <utility>
 
 #include "baseapi/core/log.h"
@@ -24,13 +23,14 @@ const char* presence(bool present) {
 
 }  // namespace
 
-BaseResponse HttpHelper::putUploadFile(const std::string& url, ByteBuffer data, const std::string& hash,
-                                       std::shared_ptr<ProgressListener> progressListener) {
+void HttpHelper::putUploadFile(const std::string& url, ByteBuffer data, const std::string& hash,
+                               std::shared_ptr<ProgressListener> progressListener,
+                               std::function<void(BaseResponse)> continuation) {
     logLine("putUploadFile bytes size = ", data.size);
     logLine("putUploadFile hash = ", hash);
     if (!isURL(url)) {
         logLine("无效的URL: ", url);
-        return {.code = -1, .msg = "url invalid"};
+        return continuation({.code = -1, .msg = "url invalid"});
     }
     // The callbacks know their task by its identifier, which there is only once the task is made.
     const auto identifier = std::make_shared<std::int64_t>();
@@ -42,13 +42,11 @@ BaseResponse HttpHelper::putUploadFile(const std::string& url, ByteBuffer data, 
         [this, identifier](const std::optional<TransportError>& error) { didComplete(*identifier, error); });
     *identifier = task->identifier();
 
-    std::promise<BaseResponse> continuation;
-    auto response = continuation.get_future();
     logLine("==============XXXXXX====start===========", *identifier, "===============");
-    registerUpload(*identifier, std::make_shared<UploadBean>(
-                                    UploadBean{std::move(progressListener), hash, std::move(continuation)}));
+    registerUpload(*identifier,
+                   std::make_shared<UploadBean>(UploadBean{std::move(progressListener), hash,
+                                                           FinalCallback(std::move(continuation))}));
     task->resume();
-    return response.get();
 }
 
 void HttpHelper::registerUpload(std::int64_t identifier, std::shared_ptr<UploadBean> bean) {
@@ -85,8 +83,8 @@ void HttpHelper::didComplete(std::int64_t identifier, const std::optional<Transp
             ", bean = ", presence(bean != nullptr));
     removeUpload(identifier);
     if (!bean || !bean->continuation) return;
-    bean->continuation->set_value(error ? BaseResponse{.code = -1, .msg = error->text}
-                                        : BaseResponse{.code = 0, .msg = "success"});
+    (*bean->continuation)(error ? BaseResponse{.code = -1, .msg = error->text}
+                                : BaseResponse{.code = 0, .msg = "success"});
 }
 
 }  // namespace baseapi::inline v1

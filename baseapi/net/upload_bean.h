@@ -1,10 +1,10 @@
 #pragma once
 
-#include <future>
 #include <memory>
 #include <optional>
 #include <string>
 
+#include "baseapi/core/callback.h"
 #include "baseapi/net/base_response.h"
 #include "baseapi/net/progress_listener.h"
 
@@ -17,7 +17,7 @@ struct UploadBean {
     /// The key of the progress reports.
     std::optional<std::string> hash;
     /// Ends the caller's wait.
-    std::optional<std::promise<BaseResponse>> continuation;
+    std::optional<FinalCallback<BaseResponse>> continuation;
 };
 
 }  // namespace baseapi::inline v1

@@ -48,11 +48,11 @@ std::shared_ptr<HttpTransport> defaultTransport(const Platform& parts) {
 Platform completed(Platform parts) {
     if (parts.stateFolder.empty()) parts.stateFolder = defaultStateFolder();
     if (parts.temporaryFolder.empty()) parts.temporaryFolder = defaultTemporaryFolder();
-    if (!parts.delegateQueue) parts.delegateQueue = std::make_shared<WorkerPool>("baseapi-delegate");
+    if (!parts.delegateQueue) parts.delegateQueue = sharedPool();
     if (!parts.http) parts.http = defaultTransport(parts);
     if (!parts.store) parts.store = std::make_shared<SqliteStore>(parts.stateFolder / "preferences.sqlite");
     if (!parts.log) parts.log = std::make_shared<StandardOutputLog>();
-    if (!parts.mainQueue) parts.mainQueue = makeSerialQueue("baseapi-main");
+    if (!parts.mainQueue) parts.mainQueue = makeSerialQueue(sharedPool());
     if (!parts.photoLibrary) parts.photoLibrary = std::make_shared<NoPhotoLibrary>();
     if (!parts.waitClock) parts.waitClock = std::make_shared<SteadyWaitClock>();
     if (!parts.addressBook) parts.addressBook = std::make_shared<NoAddressBook>();

@@ -30,7 +30,7 @@ struct Platform {
     /// Default: standard output.
     std::shared_ptr<LogSink> log;
     /// The serial queue that upload events, the ends of downloads and of written vCards are reported on.
-    /// Default: one thread of the library's own.
+    /// Default: threads of the library's own, one at a time.
     std::shared_ptr<Executor> mainQueue;
     /// Default: none; its permission is not granted.
     std::shared_ptr<PhotoLibrary> photoLibrary;

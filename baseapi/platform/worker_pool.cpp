@@ -20,6 +20,10 @@ class WorkerPool::State : public std::enable_shared_from_this<State> {
     void post(std::function<void()> job);
     void close();
     std::size_t threads() const;
+    /// The pool of the calling thread, unless that is at long work.
+    static thread_local State* ofThisThread;
+    void beginLongWork();
+    void endLongWork();
 
   private:
     /// A thread without work.
@@ -29,7 +33,7 @@ class WorkerPool::State : public std::enable_shared_from_this<State> {
     };
     using Lock = std::unique_lock<std::mutex>;
 
-    std::size_t busy() const { return threads_ - idle_.size(); }
+    std::size_t busy() const { return threads_ - idle_.size() - atLongWork_; }
     void start(void (State::*body)());
     std::shared_ptr<Idle> addWorker();
     void startWorker();
@@ -46,6 +50,7 @@ class WorkerPool::State : public std::enable_shared_from_this<State> {
     /// The thread that was at work last is woken first: the others can leave.
     std::vector<std::shared_ptr<Idle>> idle_;
     std::size_t threads_ = 0;
+    std::size_t atLongWork_ = 0;
     std::size_t taken_ = 0;
     bool closing_ = false;
 
@@ -53,6 +58,8 @@ class WorkerPool::State : public std::enable_shared_from_this<State> {
     bool watcherThere_ = false;
     bool watching_ = false;
 };
+
+thread_local WorkerPool::State* WorkerPool::State::ofThisThread = nullptr;
 
 void WorkerPool::State::post(std::function<void()> job) {
     std::shared_ptr<Idle> woken;
@@ -79,6 +86,21 @@ void WorkerPool::State::close() {
 std::size_t WorkerPool::State::threads() const {
     const Lock lock(mutex_);
     return threads_;
+}
+
+void WorkerPool::State::beginLongWork() {
+    std::shared_ptr<Idle> woken;
+    {
+        const Lock lock(mutex_);
+        ++atLongWork_;
+        if (!queue_.empty() && busy() < limits_.kept) woken = addWorker();
+    }
+    if (woken) woken->wake.notify_one();
+}
+
+void WorkerPool::State::endLongWork() {
+    const Lock lock(mutex_);
+    --atLongWork_;
 }
 
 void WorkerPool::State::start(void (State::*body)()) {
@@ -108,6 +130,7 @@ void WorkerPool::State::startWorker() {
 }
 
 void WorkerPool::State::work() {
+    ofThisThread = this;
     const auto idle = std::make_shared<Idle>();
     Lock lock(mutex_);
     do {
@@ -186,8 +209,64 @@ std::size_t WorkerPool::threads() const {
     return state_->threads();
 }
 
-std::shared_ptr<Executor> makeSerialQueue(std::string name) {
-    return std::make_shared<WorkerPool>(std::move(name), WorkerPool::Limits{.kept = 1, .most = 1});
+LongWork::LongWork() : pool_(std::exchange(WorkerPool::State::ofThisThread, nullptr)) {
+    if (pool_) pool_->beginLongWork();
+}
+
+LongWork::~LongWork() {
+    if (!pool_) return;
+    pool_->endLongWork();
+    WorkerPool::State::ofThisThread = pool_;
+}
+
+std::shared_ptr<Executor> sharedPool() {
+    // Never destroyed: transfers may be under way while the process ends.
+    static const auto& pool = *new std::shared_ptr<Executor>(std::make_shared<WorkerPool>("baseapi-pool"));
+    return pool;
+}
+
+namespace {
+
+class SerialQueue final : public Executor, public std::enable_shared_from_this<SerialQueue> {
+  public:
+    explicit SerialQueue(std::shared_ptr<Executor> pool) : pool_(std::move(pool)) {}
+
+    void post(std::function<void()> job) override {
+        {
+            const std::lock_guard lock(mutex_);
+            jobs_.push_back(std::move(job));
+            if (std::exchange(running_, true)) return;
+        }
+        pool_->post([self = shared_from_this()] { self->run(); });
+    }
+
+  private:
+    void run() {
+        while (auto job = next()) runJob(job);
+    }
+
+    /// Nothing where there is none, and the queue does not run any more.
+    std::function<void()> next() {
+        const std::lock_guard lock(mutex_);
+        if (jobs_.empty()) {
+            running_ = false;
+            return nullptr;
+        }
+        auto job = std::move(jobs_.front());
+        jobs_.pop_front();
+        return job;
+    }
+
+    const std::shared_ptr<Executor> pool_;
+    std::mutex mutex_;
+    std::deque<std::function<void()>> jobs_;
+    bool running_ = false;
+};
+
+}  // namespace
+
+std::shared_ptr<Executor> makeSerialQueue(std::shared_ptr<Executor> pool) {
+    return std::make_shared<SerialQueue>(std::move(pool));
 }
 
 }  // namespace baseapi::inline v1

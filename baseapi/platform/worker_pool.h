@@ -10,14 +10,16 @@
 namespace baseapi::inline v1 {
 
 /// Threads that take jobs in the order in which they were posted. One thread does the work as long as jobs
-/// end soon; where a job has to wait, others join, and they leave again when there is nothing to do. A job
-/// that throws harms neither the thread nor the process. Every job that was posted runs, also after the
-/// pool's destruction; no thread is waited for at the end of the process.
+/// end soon; where a job has to wait or says that it takes long (`LongWork`), others join, and they leave
+/// again when there is nothing to do. A job that throws harms neither the thread nor the process. Every job
+/// that was posted runs, also after the pool's destruction; no thread is waited for at the end of the
+/// process.
 class WorkerPool final : public Executor {
   public:
     struct Limits {
         /// So many threads are woken or started as soon as there is work for them, and stay.
         std::size_t kept = 1;
+        /// Those at long work are not counted.
         std::size_t most = 64;
         /// How long a job waits before a thread beyond `kept` joins.
         std::chrono::milliseconds patience{2};
@@ -37,11 +39,30 @@ class WorkerPool final : public Executor {
     std::size_t threads() const;
 
   private:
+    friend class LongWork;
     class State;
     std::shared_ptr<State> state_;
 };
 
-/// One thread that runs jobs one after the other.
-std::shared_ptr<Executor> makeSerialQueue(std::string name);
+/// Work that keeps a processor or a disk busy for longer than a hand-over to another thread takes. While this
+/// object lives, the pool of the calling thread lets others do what is posted. On a thread of no pool it does
+/// nothing.
+class LongWork {
+  public:
+    LongWork();
+    ~LongWork();
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+
+  private:
+    WorkerPool::State* const pool_;
+};
+
+/// The pool that answers, uploads and the main queue share, unless a host brings its own. A step of one that
+/// hands over to another thus often stays on its thread.
+std::shared_ptr<Executor> sharedPool();
+
+/// Runs jobs one after the other, each on some thread of `pool`.
+std::shared_ptr<Executor> makeSerialQueue(std::shared_ptr<Executor> pool);
 
 }  // namespace baseapi::inline v1

@@ -8,13 +8,13 @@
 
 namespace baseapi::inline v1 {
 
-BaseResponse UploadFileRequest::send() {
-    if (method != HTTPMethod::put) return {.code = -1, .msg = "method invalid"};
+void UploadFileRequest::send(std::function<void(BaseResponse)> onAnswer) {
+    if (method != HTTPMethod::put) return onAnswer({.code = -1, .msg = "method invalid"});
     if (!bytes || !hash) fatalStop("UploadFileRequest: bytes or hash is absent");
     try {
-        return HttpHelper::shared().putUploadFile(url, std::move(*bytes), *hash, progressListener);
+        HttpHelper::shared().putUploadFile(url, std::move(*bytes), *hash, progressListener, onAnswer);
     } catch (const std::exception&) {
-        return {.code = -1, .msg = "upload error"};
+        onAnswer({.code = -1, .msg = "upload error"});
     }
 }
 

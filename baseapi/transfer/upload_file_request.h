@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,9 +20,10 @@ struct UploadFileRequest {
     std::shared_ptr<ProgressListener> progressListener;
     std::optional<std::string> hash;
 
-    /// Sends the bytes, gives them up, and waits for the answer. Code 0 says that the transfer ended without
-    /// a transport error; otherwise code -1 and a word.
-    BaseResponse send();
+    /// Sends the bytes and gives them up. The answer comes on the delegate queue, or before this returns
+    /// where nothing can be sent. Its code 0 says that the transfer ended without a transport error;
+    /// otherwise the code is -1 and the message a word.
+    void send(std::function<void(BaseResponse)> onAnswer);
 };
 
 }  // namespace baseapi::inline v1

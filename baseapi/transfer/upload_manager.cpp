@@ -30,17 +30,21 @@ void UploadManager::submit() {
 
 void UploadManager::enqueue(const std::shared_ptr<UploadTask>& task) {
     logLine("task in ", task->description());
-    // The queued block keeps this object until the part has reported; the task knows it only weakly, as a
-    // task and its manager would otherwise keep each other for good.
+    // The task knows this object only weakly: a task and its manager would otherwise keep each other for
+    // good.
     task->onCallback = [manager = weak_from_this()](const UploadResult& result) {
         if (const auto self = manager.lock()) self->subCallback(result);
     };
-    auto operation = std::make_shared<BlockOperation>([self = shared_from_this(), task] {
-        logLine("task execute ", task->description());
-        task->execute();
-    });
+    auto operation = std::make_shared<BlockOperation>(
+        [self = shared_from_this(), task](QueuePlace place) { run(self, task, std::move(place)); });
     task->operation = std::weak_ptr<Operation>(operation);
     (queue_ != nullptr ? *queue_ : ThreadPoolUtil::queue()).addOperation(std::move(operation));
+}
+
+/// Keeps the manager, and the part's place in the queue, until the part has reported.
+Detached UploadManager::run(std::shared_ptr<UploadManager>, std::shared_ptr<UploadTask> task, QueuePlace) {
+    logLine("task execute ", task->description());
+    co_await task->execute();
 }
 
 void UploadManager::cancel() {

@@ -9,6 +9,7 @@
 
 #include "baseapi/core/guarded.h"
 #include "baseapi/core/named_operation_queue.h"
+#include "baseapi/core/task.h"
 #include "baseapi/transfer/upload_process_result.h"
 #include "baseapi/transfer/upload_result.h"
 #include "baseapi/transfer/upload_task.h"
@@ -69,6 +70,8 @@ class UploadManager final : public std::enable_shared_from_this<UploadManager> {
     };
 
     void enqueue(const std::shared_ptr<UploadTask>& task);
+    static Detached run(std::shared_ptr<UploadManager> self, std::shared_ptr<UploadTask> task,
+                        QueuePlace place);
     void onPart(const UploadResult::onProgress& progress);
     void onPart(const UploadResult::onFailure& failure);
     void onPart(const UploadResult::onSuccess& success);

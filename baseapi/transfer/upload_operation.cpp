@@ -19,8 +19,20 @@ UploadOperation::UploadOperation(std::string cloudPath, URL file, std::string fi
       sliceFile_(std::move(sliceFile)),
       onCallback_(std::move(onCallback)) {}
 
-void UploadOperation::main() {
-    if (hasCancel_) return;
+void UploadOperation::main(QueuePlace place) {
+    run(shared_from_this(), std::move(place));
+}
+
+/// Keeps the operation, and its place in the queue, until the upload has ended.
+Detached UploadOperation::run(std::shared_ptr<UploadOperation> self, QueuePlace) {
+    const auto ending = co_await callbackOf<Ending>([&](auto onEnd) { self->begin(std::move(onEnd)); });
+    if (!ending || self->hasCancel_) co_return;
+    onMainQueue([callback = self->onCallback_, event = *ending] { invokeCallback(callback, event); });
+}
+
+void UploadOperation::begin(std::function<void(Ending)> onEnd) {
+    onEnd_ = std::move(onEnd);
+    if (hasCancel_) return end(std::nullopt);
     const auto task = CloudInstance::shared().getTransferImpl().uploadFile(
         cloudPath_, file_, fileId_, autoRename_, sliceFile_,
         [operation = weak_from_this()](const UploadProcessResult& event) {
@@ -28,21 +40,17 @@ void UploadOperation::main() {
         });
     task_ = task;
     if (hasCancel_) task->cancel();  // a cancel that came before the task was known
-    semaphore_.acquire();
-    const auto result = finalResult_.get();
-    if (!result || hasCancel_) return;
-    onMainQueue([callback = onCallback_, event = *result] { invokeCallback(callback, event); });
 }
 
 void UploadOperation::cancel() {
     hasCancel_ = true;
     if (const auto task = task_.get()) task->cancel();
-    semaphore_.release();
+    end(std::nullopt);
     Operation::cancel();
 }
 
 void UploadOperation::onEvent(const UploadProcessResult& event) {
-    if (hasCancel_) return end({UploadProcessResult::onFailure{-1, "User cancel"}});
+    if (hasCancel_) return end(std::nullopt);
     event.visit(
         [&](const UploadProcessResult::onProgress& it) {
             logLine("UploadOperation onProgress bytes = ", it.bytes, ", total = ", it.total);
@@ -66,9 +74,11 @@ void UploadOperation::onEvent(const UploadProcessResult& event) {
         });
 }
 
-void UploadOperation::end(UploadProcessResult result) {
-    finalResult_ = std::move(result);
-    semaphore_.release();
+/// The first end counts.
+void UploadOperation::end(Ending how) {
+    std::function<void(Ending)> onEnd;
+    onEnd_.modify([&](auto& waiting) { std::swap(onEnd, waiting); });
+    if (onEnd) onEnd(std::move(how));
 }
 
 }  // namespace baseapi::inline v1

@@ -2,20 +2,21 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
-#include <semaphore>
 #include <string>
 
 #include "baseapi/core/guarded.h"
 #include "baseapi/core/operation.h"
 #include "baseapi/core/slice_file.h"
+#include "baseapi/core/task.h"
 #include "baseapi/core/url.h"
 #include "baseapi/transfer/upload_process_result.h"
 
 namespace baseapi::inline v1 {
 
-/// An upload as an operation of a queue: its worker is occupied until the upload has ended, so the width of
+/// An upload as an operation of a queue: its place is occupied until the upload has ended, so the width of
 /// the queue limits the files in flight. Made as a shared object.
 class UploadOperation final : public Operation, public std::enable_shared_from_this<UploadOperation> {
   public:
@@ -28,11 +29,16 @@ class UploadOperation final : public Operation, public std::enable_shared_from_t
     void cancel() override;
 
   protected:
-    void main() override;
+    void main(QueuePlace place) override;
 
   private:
+    /// The last event; nothing after a cancel.
+    using Ending = std::optional<UploadProcessResult>;
+
+    static Detached run(std::shared_ptr<UploadOperation> self, QueuePlace place);
+    void begin(std::function<void(Ending)> onEnd);
     void onEvent(const UploadProcessResult& event);
-    void end(UploadProcessResult result);
+    void end(Ending how);
 
     const std::string cloudPath_;
     const URL file_;
@@ -42,8 +48,7 @@ class UploadOperation final : public Operation, public std::enable_shared_from_t
     const UploadProcessCallback onCallback_;
     Guarded<std::shared_ptr<Cancelable>> task_;
     std::atomic<bool> hasCancel_ = false;
-    std::counting_semaphore<> semaphore_{0};
-    Guarded<std::optional<UploadProcessResult>> finalResult_;
+    Guarded<std::function<void(Ending)>> onEnd_;
 };
 
 }  // namespace baseapi::inline v1

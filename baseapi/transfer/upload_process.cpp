@@ -11,6 +11,7 @@
 #include "baseapi/json/codec.h"
 #include "baseapi/json/utf8.h"
 #include "baseapi/platform/fatal_stop.h"
+#include "baseapi/platform/worker_pool.h"
 #include "baseapi/transfer/file_info_util.h"
 #include "baseapi/transfer/local_file.h"
 #include "baseapi/transfer/proof_code_calculator.h"
@@ -55,6 +56,7 @@ void UploadProcess::cancel() {
 
 std::optional<UploadProcess::Prepared> UploadProcess::prepare() const {
     if (!file || !file->isFileURL() || !defaultSliceFile || hasCancel_) return std::nullopt;
+    const LongWork hashing;
     auto result = sliced();
     if (!result) return std::nullopt;
     const auto length = fileLength();

@@ -9,6 +9,7 @@
 #include "baseapi/net/progress_listener.h"
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/memory_size.h"
+#include "baseapi/platform/worker_pool.h"
 #include "baseapi/transfer/local_file.h"
 #include "baseapi/transfer/upload_file_request.h"
 
@@ -23,15 +24,15 @@ LocalFile openAssumed(const URL& file) try {
 
 }  // namespace
 
-void UploadTask::execute() {
+Task<void> UploadTask::execute() {
     logLine(TAG, ": 开始执行上传任务");
     if (!file || uploadUrl.empty()) {
         logLine(TAG, ": file or uploadUrl is null");
-        return reportFailure("invalid params");
+        co_return reportFailure("invalid params");
     }
     if (hasCancel) {
         logLine(TAG, ": upload has cancel");
-        return reportFailure("has cancel");
+        co_return reportFailure("has cancel");
     }
     logLine(TAG, ": start upload, hash = ", hash1);
     ByteBuffer bytes;
@@ -39,13 +40,14 @@ void UploadTask::execute() {
         bytes = readPart();
     } catch (const std::exception& error) {
         logLine(TAG, ": IOException ", error.what());
-        return reportFailure(std::string("file exception ") + error.what());
+        co_return reportFailure(std::string("file exception ") + error.what());
     }
-    send(std::move(bytes));
+    co_await send(std::move(bytes));
 }
 
 ByteBuffer UploadTask::readPart() const {
     if (offset < 0) fatalStop("UploadTask: the offset is negative");
+    const LongWork reading;
     LocalFile source = openAssumed(*file);
     // A part is never longer than what is left of the file, whatever the service says.
     const auto size = std::max<std::int64_t>(source.seekToEnd() - offset, 0);
@@ -57,7 +59,7 @@ ByteBuffer UploadTask::readPart() const {
     return bytes;
 }
 
-void UploadTask::send(ByteBuffer bytes) {
+Task<void> UploadTask::send(ByteBuffer bytes) {
     UploadFileRequest request;
     request.url = uploadUrl;
     request.bytes = std::move(bytes);
@@ -66,7 +68,8 @@ void UploadTask::send(ByteBuffer bytes) {
         weak_from_this(), [self = shared_from_this()](const auto& hash, auto bytesWritten, auto totalBytes) {
             self->onProgress(hash, bytesWritten, totalBytes);
         });
-    const BaseResponse response = request.send();
+    const auto response =
+        co_await callbackOf<BaseResponse>([&](auto onAnswer) { request.send(std::move(onAnswer)); });
 
     const std::string msg = response.msg.value_or("nil");
     if (hasCancel) {

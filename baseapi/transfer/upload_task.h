@@ -11,6 +11,7 @@
 #include "baseapi/core/cancelable.h"
 #include "baseapi/core/guarded.h"
 #include "baseapi/core/operation.h"
+#include "baseapi/core/task.h"
 #include "baseapi/core/url.h"
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/transfer/upload_result.h"
@@ -22,8 +23,8 @@ class UploadTask final : public Cancelable, public std::enable_shared_from_this<
   public:
     static constexpr std::string_view TAG = "UploadTask";
 
-    /// Receives what the part reports: progress on the delegate queue, the end on the thread of `execute`.
-    /// May be absent.
+    /// Receives what the part reports, on the delegate queue or, where nothing was sent, on the thread of
+    /// `execute`. May be absent.
     std::function<void(UploadResult)> onCallback;
     /// The part's sub-hash.
     std::string hash1;
@@ -38,9 +39,9 @@ class UploadTask final : public Cancelable, public std::enable_shared_from_this<
     /// The queued block of this task; the queue owns it.
     Guarded<std::weak_ptr<Operation>> operation;
 
-    /// Runs the part on the calling thread and returns when it has reported. A file that cannot be opened and
-    /// a negative offset are programming errors and end the process.
-    void execute();
+    /// Reads the part on the calling thread, sends it, and ends when it has reported. A file that cannot be
+    /// opened and a negative offset are programming errors and end the process.
+    Task<void> execute();
 
     /// A part that has not started never runs and never reports. One on the wire runs to its end and reports
     /// a failure.
@@ -50,7 +51,7 @@ class UploadTask final : public Cancelable, public std::enable_shared_from_this<
     std::string description() const;
 
   private:
-    void send(ByteBuffer bytes);
+    Task<void> send(ByteBuffer bytes);
     ByteBuffer readPart() const;
     void onProgress(const std::string& hash, std::int64_t bytesWritten, std::int64_t totalBytes) const;
     void reportFailure(std::string message) const;

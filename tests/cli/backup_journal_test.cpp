@@ -55,6 +55,18 @@ TEST_F(BackupJournalTest, FailuresAreToldByNameWithTheirCause) {
                 ElementsAre(Failure{"a", false, {}}, Failure{"b", true, refused_}, Failure{"c", true, {}}));
 }
 
+TEST_F(BackupJournalTest, TheThreadOfAFileLeavesItWithItsEnd) {
+    expect("a", 1);
+    FileTrail::ofThread() = journal_.begin("a");
+    {
+        const FileTrail::Scope scope(nullptr);
+        FileTrail::leaveThread();
+    }
+    EXPECT_NE(FileTrail::ofThread(), nullptr);
+    read({"UploadOperation onFailure errCode = ", "1", ", errMsg=", "file invaild"});
+    EXPECT_EQ(FileTrail::ofThread(), nullptr);
+}
+
 TEST_F(BackupJournalTest, AFileThatStandsInTwoScopesIsToldForTheOneThatFails) {
     expect("a", 1, "/one");
     expect("a", 1, "/two");

@@ -6,9 +6,13 @@
 
 #include <atomic>
 #include <barrier>
+#include <mutex>
 #include <stdexcept>
+#include <thread>
+#include <utility>
 #include <vector>
 
+#include "baseapi/platform/worker_pool.h"
 #include "tests/support/event.h"
 
 namespace baseapi {
@@ -17,7 +21,7 @@ namespace {
 using test_support::Event;
 
 std::shared_ptr<Operation> block(std::function<void()> work) {
-    return std::make_shared<BlockOperation>(std::move(work));
+    return std::make_shared<BlockOperation>([work = std::move(work)](const QueuePlace&) { work(); });
 }
 
 TEST(NamedOperationQueue, IsHalfAsWideAsThereAreProcessors) {
@@ -57,6 +61,34 @@ TEST(NamedOperationQueue, RunsAsManyAtOnceAsItIsWide) {
         }));
     ASSERT_TRUE(done.wait());
     EXPECT_EQ(most, 3);
+}
+
+TEST(NamedOperationQueue, HoldsAPlaceForAnOperationThatGoesOnElsewhere) {
+    NamedOperationQueue queue("PLACES", 2);
+    std::vector<QueuePlace> places;
+    std::mutex mutex;
+    std::atomic<int> begun = 0;
+    Event third;
+    for (int i = 0; i < 3; ++i)
+        queue.addOperation(std::make_shared<BlockOperation>([&](QueuePlace place) {
+            {
+                const std::lock_guard lock(mutex);
+                places.push_back(std::move(place));
+            }
+            if (++begun == 3) third.set();
+        }));
+    while (begun < 2) std::this_thread::yield();
+    Event later;  // the shared pool has done all that it was given before
+    sharedPool()->post([&] { later.set(); });
+    ASSERT_TRUE(later.wait());
+    EXPECT_EQ(begun, 2);
+    QueuePlace left;
+    {
+        const std::lock_guard lock(mutex);
+        left = std::move(places.front());
+    }
+    left.reset();
+    EXPECT_TRUE(third.wait());
 }
 
 TEST(NamedOperationQueue, OfWidthZeroRunsNothing) {

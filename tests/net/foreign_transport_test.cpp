@@ -108,7 +108,8 @@ TEST_F(ForeignTransportTest, ThatThrowsStillLeadsToACallback) {
 TEST_F(ForeignTransportTest, IsAskedForSixtySecondsOfPatienceByRequestsAndParts) {
     start<ProbeRequest>(HTTPMethod::get, outcome_.callback());
     outcome_.wait();
-    HttpHelper::shared().putUploadFile("https://cloud.example/part", {}, "0", nullptr);
+    HttpHelper::shared().putUploadFile("https://cloud.example/part", {}, "0", nullptr,
+                                       [](const BaseResponse&) {});
     EXPECT_THAT(transport_->idleTimeouts, ElementsAre(std::chrono::seconds(60), std::chrono::seconds(60)));
 }
 

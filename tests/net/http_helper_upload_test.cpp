@@ -6,6 +6,7 @@
 
 #include "baseapi/net/http_helper.h"
 #include "tests/net/session.h"
+#include "tests/support/awaited.h"
 
 namespace baseapi {
 namespace {
@@ -49,8 +50,14 @@ class RecordingListener : public ProgressListener {
 class PutUploadFileTest : public SessionTest {
   protected:
     BaseResponse put(std::string_view content, std::shared_ptr<ProgressListener> listener = nullptr) {
-        return HttpHelper::shared().putUploadFile(server_.url("/part?sig=1"), bytes(content), "10",
-                                                  std::move(listener));
+        return putTo(server_.url("/part?sig=1"), content, std::move(listener));
+    }
+    static BaseResponse putTo(const std::string& url, std::string_view content,
+                              std::shared_ptr<ProgressListener> listener = nullptr) {
+        return test_support::awaited<BaseResponse>([&](auto continuation) {
+            HttpHelper::shared().putUploadFile(url, bytes(content), "10", std::move(listener),
+                                               std::move(continuation));
+        });
     }
     void expectSuccess(const BaseResponse& response) {
         EXPECT_EQ(response.code, 0);
@@ -125,14 +132,14 @@ TEST_F(PutUploadFileTest, ReportsThatNobodyListens) {
         test_support::ScriptedServer closed([](Exchange&) {});
         gone = closed.url("/part");
     }
-    expectFailure(HttpHelper::shared().putUploadFile(gone, bytes("content"), "10", nullptr));
+    expectFailure(putTo(gone, "content"));
 }
 
 TEST_F(PutUploadFileTest, ReturnsAtOnceForWhatIsNoURL) {
     for (const std::string& url : {server_.url("/a b"), server_.url("/a\r\nX: 1"), server_.url("/%zz"),
                                    server_.url("/\xc3\xa9"), std::string("http://[")}) {
         recordingLog().clear();
-        const auto response = HttpHelper::shared().putUploadFile(url, bytes("content"), "10", nullptr);
+        const auto response = putTo(url, "content");
         EXPECT_EQ(response.code, -1);
         EXPECT_EQ(response.msg, "url invalid");
         EXPECT_EQ(response.httpCode, std::nullopt);

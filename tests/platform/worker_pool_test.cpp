@@ -107,6 +107,49 @@ TEST(WorkerPool, DoesShortJobsWithFewThreads) {
     EXPECT_LE(pool.threads(), 2u);
 }
 
+TEST(WorkerPool, HasAnotherThreadAtOnceWhereOneIsAtLongWork) {
+    WorkerPool pool("test", {.kept = 1, .most = 1, .patience = test_support::kPatience});
+    for (int round = 0; round < 20; ++round) {
+        Event atWork, open, ended;
+        pool.post([&] {
+            {
+                const LongWork work;
+                atWork.set();
+                EXPECT_TRUE(open.wait());
+            }
+            ended.set();
+        });
+        ASSERT_TRUE(atWork.wait());
+        Event ran;
+        pool.post([&] { ran.set(); });
+        EXPECT_TRUE(ran.wait(test_support::kPatience / 2));
+        open.set();
+        EXPECT_TRUE(ended.wait());
+    }
+    EXPECT_LE(pool.threads(), 2u);
+}
+
+TEST(WorkerPool, HandsWhatIsQueuedToAnotherThreadWhereLongWorkBegins) {
+    WorkerPool pool("test", {.kept = 1, .most = 1, .patience = test_support::kPatience});
+    Event queued, ran, ended;
+    pool.post([&] {
+        EXPECT_TRUE(queued.wait());
+        {
+            const LongWork outer;
+            const LongWork inner;  // long work within long work
+            EXPECT_TRUE(ran.wait(test_support::kPatience / 2));
+        }
+        ended.set();
+    });
+    pool.post([&] { ran.set(); });
+    queued.set();
+    EXPECT_TRUE(ended.wait());
+}
+
+TEST(WorkerPool, LongWorkOnAThreadOfNoPoolIsLikeAnyOther) {
+    const LongWork work;
+}
+
 TEST(WorkerPool, LetsThreadsLeaveThatHaveNothingToDo) {
     using std::chrono::milliseconds;
     WorkerPool pool("test", {.kept = 1, .idleFor = milliseconds(20)});
@@ -173,14 +216,12 @@ TEST(WorkerPool, TakesJobsFromManyThreadsAndFromItsOwn) {
 }
 
 TEST(SerialQueue, RunsJobsOneAfterTheOtherInTheirOrder) {
-    const auto queue = makeSerialQueue("test");
+    const auto queue = makeSerialQueue(std::make_shared<WorkerPool>("test", WorkerPool::Limits{.kept = 4}));
     std::vector<int> ran;
-    std::vector<std::thread::id> threads;
     CountDown done(1'000);
     for (int i = 0; i < 1'000; ++i) {
         queue->post([&, i] {
             ran.push_back(i);
-            threads.push_back(std::this_thread::get_id());
             done();
         });
     }
@@ -188,7 +229,45 @@ TEST(SerialQueue, RunsJobsOneAfterTheOtherInTheirOrder) {
     std::vector<int> inOrder(1'000);
     std::iota(inOrder.begin(), inOrder.end(), 0);
     EXPECT_EQ(ran, inOrder);
-    EXPECT_THAT(threads, testing::Each(threads.front()));
+}
+
+TEST(SerialQueue, TakesUpAJobThatWasPostedByItsLast) {
+    const auto queue = makeSerialQueue(std::make_shared<WorkerPool>("test"));
+    for (int round = 0; round < 100; ++round) {
+        Event ended;
+        queue->post([&] { queue->post([&] { ended.set(); }); });
+        ASSERT_TRUE(ended.wait());
+    }
+}
+
+TEST(SerialQueue, LeavesThePoolToOthersWhereAJobOfItBlocks) {
+    const auto pool = std::make_shared<WorkerPool>("test");
+    const auto queue = makeSerialQueue(pool);
+    Event open, blocked, ended;
+    std::atomic<bool> secondRan = false;
+    queue->post([&] {
+        blocked.set();
+        EXPECT_TRUE(open.wait());
+    });
+    queue->post([&] {
+        secondRan = true;
+        ended.set();
+    });
+    ASSERT_TRUE(blocked.wait());
+    Event ofThePool;
+    pool->post([&] { ofThePool.set(); });
+    EXPECT_TRUE(ofThePool.wait());
+    EXPECT_FALSE(secondRan);
+    open.set();
+    EXPECT_TRUE(ended.wait());
+}
+
+TEST(SerialQueue, OutlivesJobsThatThrow) {
+    const auto queue = makeSerialQueue(std::make_shared<WorkerPool>("test"));
+    Event ended;
+    queue->post([] { throw std::runtime_error("job"); });
+    queue->post([&] { ended.set(); });
+    EXPECT_TRUE(ended.wait());
 }
 
 }  // namespace

@@ -1,12 +1,33 @@
 #include "tests/support/test_platform.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "baseapi/platform/platform.h"
+#include "baseapi/platform/thread.h"
+#include "baseapi/platform/worker_pool.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test_support {
 namespace {
+
+thread_local bool inJobOfMainQueue = false;
+
+/// A queue whose jobs can tell that they are its own.
+class NotedQueue : public baseapi::Executor {
+  public:
+    void post(std::function<void()> job) override {
+        inner_->post([job = std::move(job)] {
+            inJobOfMainQueue = true;
+            baseapi::runJob(job);
+            inJobOfMainQueue = false;
+        });
+    }
+
+  private:
+    const std::shared_ptr<baseapi::Executor> inner_ = baseapi::makeSerialQueue(baseapi::sharedPool());
+};
 
 struct TestPlatform {
     TestPlatform() {
@@ -15,6 +36,7 @@ struct TestPlatform {
         parts.log = log;
         parts.photoLibrary = photoLibrary;
         parts.waitClock = waitClock;
+        parts.mainQueue = std::make_shared<NotedQueue>();
         parts.addressBook = addressBook;
         parts.stateFolder = folder / "state";
         parts.temporaryFolder = temporary;
@@ -33,6 +55,10 @@ struct TestPlatform {
 const TestPlatform testPlatform;
 
 }  // namespace
+
+bool isOnMainQueue() {
+    return inJobOfMainQueue;
+}
 
 RecordingLog& recordingLog() {
     return *testPlatform.log;

@@ -13,6 +13,9 @@ namespace test_support {
 /// temporary folder of the program's own are in place before `main`.
 RecordingLog& recordingLog();
 
+/// Whether the caller is a job of the main queue, which is the library's own in all else.
+bool isOnMainQueue();
+
 /// The photo library of this test program; empty and without a plan at first.
 PhotoLibraryDouble& photoLibrary();
 

@@ -433,11 +433,10 @@ TEST_F(ResumableDownloaderTest, KeepsItselfUntilItsEnd) {
 
 TEST_F(ResumableDownloaderTest, DeliversItsEndOnTheMainQueue) {
     serve([](Exchange& exchange) { exchange.answer(200, "content"); });
-    const auto mainThread = threadOfTheMainQueue();
     Event ended;
-    downloader_->start([&](double) { EXPECT_NE(std::this_thread::get_id(), mainThread); },
+    downloader_->start([&](double) { EXPECT_FALSE(test_support::isOnMainQueue()); },
                        [&](const DownloadResult&) {
-                           EXPECT_EQ(std::this_thread::get_id(), mainThread);
+                           EXPECT_TRUE(test_support::isOnMainQueue());
                            ended.set();
                        });
     EXPECT_TRUE(ended.wait());

@@ -206,7 +206,7 @@ class OccupiedQueue {
         auto& queue = ThreadPoolUtil::queue();
         for (int i = 0; i < queue.width(); ++i) {
             auto& started = started_.emplace_back(std::make_shared<Event>());
-            queue.addOperation(std::make_shared<BlockOperation>([started, release = release_] {
+            queue.addOperation(std::make_shared<BlockOperation>([started, release = release_](const auto&) {
                 started->set();
                 EXPECT_TRUE(release->wait());
             }));

@@ -241,7 +241,7 @@ TEST_F(UploadManagerTest, GivesNoResultAfterACancelWithNoPartInFlight) {
     Event release;
     Event idle;
     NamedOperationQueue narrow("NARROW", 1);
-    narrow.addOperation(std::make_shared<BlockOperation>([&] { EXPECT_TRUE(release.wait()); }));
+    narrow.addOperation(std::make_shared<BlockOperation>([&](const auto&) { EXPECT_TRUE(release.wait()); }));
     const auto manager = std::make_shared<UploadManager>(narrow);
     manager->onTotalCallback = events_.callback();
     const auto task = std::make_shared<UploadTask>();
@@ -251,7 +251,7 @@ TEST_F(UploadManagerTest, GivesNoResultAfterACancelWithNoPartInFlight) {
     manager->add(task);
     manager->submit();
     manager->cancel();
-    narrow.addOperation(std::make_shared<BlockOperation>([&] { idle.set(); }));
+    narrow.addOperation(std::make_shared<BlockOperation>([&](const auto&) { idle.set(); }));
     release.set();
     ASSERT_TRUE(idle.wait());
     drainMainQueue();

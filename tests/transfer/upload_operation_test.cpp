@@ -19,7 +19,7 @@ class UploadOperationTest : public UploadTest {
     /// Waits until the queue's worker is free.
     void drainQueue() {
         Event idle;
-        queue_.addOperation(std::make_shared<BlockOperation>([&] { idle.set(); }));
+        queue_.addOperation(std::make_shared<BlockOperation>([&](const auto&) { idle.set(); }));
         EXPECT_TRUE(idle.wait());
     }
 
@@ -35,7 +35,7 @@ TEST_F(UploadOperationTest, OccupiesItsWorkerUntilTheUploadHasEnded) {
     });
     std::atomic<bool> nextRan = false;
     queue_.addOperation(operation());
-    queue_.addOperation(std::make_shared<BlockOperation>([&] { nextRan = true; }));
+    queue_.addOperation(std::make_shared<BlockOperation>([&](const auto&) { nextRan = true; }));
     ASSERT_TRUE(server_->waitForRequests(1));
     EXPECT_FALSE(nextRan);
     letGo_.set();
@@ -47,10 +47,9 @@ TEST_F(UploadOperationTest, OccupiesItsWorkerUntilTheUploadHasEnded) {
 
 TEST_F(UploadOperationTest, DeliversTheLastEventOnTheMainQueue) {
     on(create, 200, R"({"code":0,"rapidUpload":true})");
-    const auto mainThread = threadOfTheMainQueue();
     Event ended;
     queue_.addOperation(operationFor([&](const UploadProcessResult&) {
-        EXPECT_EQ(std::this_thread::get_id(), mainThread);
+        EXPECT_TRUE(test_support::isOnMainQueue());
         ended.set();
     }));
     EXPECT_TRUE(ended.wait());

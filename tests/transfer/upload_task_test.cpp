@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include "tests/support/awaited.h"
 #include "tests/transfer/upload_fixture.h"
 
 namespace baseapi {
@@ -34,7 +35,16 @@ class UploadTaskTest : public UploadTest {
         };
         return task;
     }
+    /// Returns when the part has reported.
+    static void execute(std::shared_ptr<UploadTask> task) {
+        test_support::awaited<bool>([&](auto ended) { run(std::move(task), std::move(ended)); });
+    }
     std::string sentBody() const { return server_->requests().at(0).body; }
+
+    static Detached run(std::shared_ptr<UploadTask> task, std::function<void(bool)> ended) {
+        co_await task->execute();
+        ended(true);
+    }
 
     std::vector<std::string> ends_;
     std::vector<UploadResult::onProgress> progress_;
@@ -43,7 +53,7 @@ class UploadTaskTest : public UploadTest {
 
 TEST_F(UploadTaskTest, SendsItsRangeOfTheFileWithoutTheSessionsHeaders) {
     on("PUT /part/1", 200);
-    taskFor(fileOf("0123456789"), 2, 5)->execute();
+    execute(taskFor(fileOf("0123456789"), 2, 5));
     EXPECT_THAT(ends_, ElementsAre("onSuccess 12 success"));
     EXPECT_EQ(sentBody(), "23456");
     const auto request = server_->requests().at(0);
@@ -55,7 +65,7 @@ TEST_F(UploadTaskTest, SendsItsRangeOfTheFileWithoutTheSessionsHeaders) {
 
 TEST_F(UploadTaskTest, ReportsProgressUnderItsSubHash) {
     on("PUT /part/1", 200);
-    taskFor(fileOf("0123456789"), 0, 10)->execute();
+    execute(taskFor(fileOf("0123456789"), 0, 10));
     ASSERT_FALSE(progress_.empty());
     EXPECT_EQ(progress_.back().hash, "10");
     EXPECT_EQ(progress_.back().bytesWritten, 10);
@@ -65,7 +75,7 @@ TEST_F(UploadTaskTest, ReportsProgressUnderItsSubHash) {
 
 TEST_F(UploadTaskTest, LogsItsSteps) {
     on("PUT /part/1", 200);
-    taskFor(fileOf("0123456789"), 0, 10)->execute();
+    execute(taskFor(fileOf("0123456789"), 0, 10));
     EXPECT_TRUE(logged("UploadTask: 开始执行上传任务"));
     EXPECT_TRUE(logged("UploadTask: start upload, hash = 10"));
     EXPECT_TRUE(logged("UploadTask: onSuccess ret = success"));
@@ -73,27 +83,27 @@ TEST_F(UploadTaskTest, LogsItsSteps) {
 
 TEST_F(UploadTaskTest, SendsWhatThereIsOfAPartBehindTheEndOfTheFile) {
     on("PUT /part/1", 200);
-    taskFor(fileOf("0123456789"), 8, std::int64_t{1} << 60)->execute();
+    execute(taskFor(fileOf("0123456789"), 8, std::int64_t{1} << 60));
     EXPECT_THAT(ends_, ElementsAre("onSuccess 18 success"));
     EXPECT_EQ(sentBody(), "89");
 }
 
 TEST_F(UploadTaskTest, SendsNothingOfAPartThatBeginsBehindTheEnd) {
     on("PUT /part/1", 200);
-    taskFor(fileOf("0123456789"), 100, 5)->execute();
+    execute(taskFor(fileOf("0123456789"), 100, 5));
     EXPECT_THAT(ends_, ElementsAre("onSuccess 1100 success"));
     EXPECT_EQ(server_->requests().at(0).header("Content-Length"), "0");
 }
 
 TEST_F(UploadTaskTest, CountsAnyStatusAsSuccess) {
     on("PUT /part/1", 403, "expired");
-    taskFor(fileOf("0123456789"), 0, 10)->execute();
+    execute(taskFor(fileOf("0123456789"), 0, 10));
     EXPECT_THAT(ends_, ElementsAre("onSuccess 10 success"));
 }
 
 TEST_F(UploadTaskTest, FailsWithItsOwnWordsWhenTheConnectionBreaks) {
     on("PUT /part/1", [](Exchange& exchange) { exchange.reset(); });
-    taskFor(fileOf("0123456789"), 0, 10)->execute();
+    execute(taskFor(fileOf("0123456789"), 0, 10));
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 upload sync error"));
     EXPECT_THAT(test_support::recordingLog().lines(),
                 testing::Contains(StartsWith("UploadTask: onFailure ret = ")));
@@ -108,7 +118,7 @@ TEST_F(UploadTaskTest, FailsWhenTheAnswerIsNotWhole) {
             exchange.close();
         });
         ends_.clear();
-        taskFor(fileOf("0123456789"), 0, 10)->execute();
+        execute(taskFor(fileOf("0123456789"), 0, 10));
         EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 upload sync error")) << answer;
     }
     EXPECT_EQ(server_->requestCount(), 3U);
@@ -118,14 +128,14 @@ TEST_F(UploadTaskTest, RunsAlsoWhereNobodyListens) {
     on("PUT /part/1", 200);
     const auto task = taskFor(fileOf("0123456789"), 0, 10);
     task->onCallback = nullptr;
-    task->execute();
+    execute(task);
     EXPECT_EQ(sentBody(), "0123456789");
 }
 
 TEST_F(UploadTaskTest, FailsForAnAddressThatIsNone) {
     const auto task = taskFor(fileOf("0123456789"), 0, 10);
     task->uploadUrl = "http://a b/";
-    task->execute();
+    execute(task);
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 upload sync error"));
     EXPECT_TRUE(logged("UploadTask: onFailure ret = url invalid"));
 }
@@ -133,10 +143,10 @@ TEST_F(UploadTaskTest, FailsForAnAddressThatIsNone) {
 TEST_F(UploadTaskTest, RefusesAMissingAddressOrFile) {
     const auto withoutAddress = taskFor(fileOf("0123456789"), 0, 10);
     withoutAddress->uploadUrl = "";
-    withoutAddress->execute();
+    execute(withoutAddress);
     const auto withoutFile = taskFor(fileOf("0123456789"), 0, 10);
     withoutFile->file = std::nullopt;
-    withoutFile->execute();
+    execute(withoutFile);
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 invalid params", "onFailure 10 -1 invalid params"));
     EXPECT_TRUE(logged("UploadTask: file or uploadUrl is null"));
     EXPECT_EQ(server_->requestCount(), 0U);
@@ -145,7 +155,7 @@ TEST_F(UploadTaskTest, RefusesAMissingAddressOrFile) {
 TEST_F(UploadTaskTest, SendsNothingOnceItIsCancelled) {
     const auto task = taskFor(fileOf("0123456789"), 0, 10);
     task->cancel();
-    task->execute();
+    execute(task);
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 has cancel"));
     EXPECT_TRUE(logged("UploadTask cancel"));
     EXPECT_TRUE(logged("UploadTask: upload has cancel"));
@@ -158,7 +168,7 @@ TEST_F(UploadTaskTest, FailsWhenItIsCancelledOnTheWireThoughTheServiceHasThePart
         task->cancel();
         exchange.answer(200);
     });
-    task->execute();
+    execute(task);
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 has cancel"));
     EXPECT_TRUE(logged("UploadTask: has response but is cancel"));
     task->cancel();  // on a part that has ended: nothing
@@ -168,13 +178,13 @@ TEST_F(UploadTaskTest, FailsWhenItIsCancelledOnTheWireThoughTheServiceHasThePart
 TEST_F(UploadTaskTest, FailsForAFileThatCannotBeReadFromAPlace) {
     const auto pipe = folder_ / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    taskFor(URL::file(pipe), 0, 10)->execute();
+    execute(taskFor(URL::file(pipe), 0, 10));
     EXPECT_THAT(ends_, ElementsAre("onFailure 10 -1 file exception " + pipe.string() + ": Illegal seek"));
     EXPECT_TRUE(logged("UploadTask: IOException " + pipe.string() + ": Illegal seek"));
 }
 
 TEST_F(UploadTaskTest, FailsForAFolder) {
-    taskFor(URL::file(folder_.path()), 0, 10)->execute();
+    execute(taskFor(URL::file(folder_.path()), 0, 10));
     EXPECT_THAT(ends_, ElementsAre(HasSubstr("file exception " + folder_.path().string())));
 }
 
@@ -182,12 +192,12 @@ using UploadTaskDeathTest = UploadTaskTest;
 
 TEST_F(UploadTaskDeathTest, EndsTheProcessForAFileThatCannotBeOpened) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    EXPECT_DEATH(taskFor(URL::file(folder_ / "missing"), 0, 10)->execute(), "No such file");
+    EXPECT_DEATH(execute(taskFor(URL::file(folder_ / "missing"), 0, 10)), "No such file");
 }
 
 TEST_F(UploadTaskDeathTest, EndsTheProcessForANegativeOffset) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    EXPECT_DEATH(taskFor(fileOf("0123456789"), -1, 10)->execute(), "offset is negative");
+    EXPECT_DEATH(execute(taskFor(fileOf("0123456789"), -1, 10)), "offset is negative");
 }
 
 }  // namespace

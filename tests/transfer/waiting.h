@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <functional>
-#include <future>
 #include <thread>
 
 #include "baseapi/core/main_queue.h"
@@ -29,12 +28,6 @@ inline void drainMainQueue() {
     test_support::Event drained;
     onMainQueue([&] { drained.set(); });
     EXPECT_TRUE(drained.wait());
-}
-
-inline std::thread::id threadOfTheMainQueue() {
-    std::promise<std::thread::id> thread;
-    onMainQueue([&] { thread.set_value(std::this_thread::get_id()); });
-    return thread.get_future().get();
 }
 
 /// Returns when no transfer is under way and no end of one is still on its way to somebody.
