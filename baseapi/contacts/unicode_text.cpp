@@ -98,12 +98,6 @@ std::string upperCased(std::string_view text) {
     return upper;
 }
 
-std::string lowerCased(std::string_view text) {
-    std::string lower;
-    appendLowerCased(text, lower);
-    return lower;
-}
-
 void appendLowerCased(std::string_view text, std::string& lower) {
     if (hasCaseInASCIIAlone(text)) {
         const auto begin = lower.size();

@@ -8,9 +8,10 @@ namespace baseapi::inline v1 {
 
 /// UTF-8 text by Unicode's rules. Bytes that are no letter are neither blank nor digit and have no case.
 
-/// The text in upper or lower case, of no particular language.
+/// The text in upper case, of no particular language.
 std::string upperCased(std::string_view text);
-std::string lowerCased(std::string_view text);
+
+/// Appends the text in lower case, of no particular language.
 void appendLowerCased(std::string_view text, std::string& lower);
 
 /// The text without the tabs and Unicode's blanks at both ends.

@@ -11,6 +11,7 @@
 #include "baseapi/platform/fatal_stop.h"
 #include "baseapi/platform/no_address_book.h"
 #include "baseapi/platform/no_photo_library.h"
+#include "baseapi/platform/serial_queue.h"
 #include "baseapi/platform/sqlite_store.h"
 #include "baseapi/platform/standard_output_log.h"
 #include "baseapi/platform/worker_pool.h"

@@ -62,7 +62,4 @@ class LongWork {
 /// hands over to another thus often stays on its thread.
 std::shared_ptr<Executor> sharedPool();
 
-/// Runs jobs one after the other, each on some thread of `pool`.
-std::shared_ptr<Executor> makeSerialQueue(std::shared_ptr<Executor> pool);
-
 }  // namespace baseapi::inline v1

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/test_platform.h"
+
 namespace {
 
 using baseapi::AddressBookContact;
@@ -193,7 +195,11 @@ TEST(ContactOfContactBeanTest, OrganisationNoteAndListsAreTaken) {
 }
 
 TEST(ContactBeanTest, LookingAtTheLabelsHasNoEffect) {
+    test_support::recordingLog().clear();
+    testing::internal::CaptureStdout();
     ContactBean::printAvailableCNLabels();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_THAT(test_support::recordingLog().lines(), testing::IsEmpty());
 }
 
 }  // namespace

@@ -8,6 +8,12 @@ namespace {
 
 using namespace baseapi;
 
+std::string lowerCased(std::string_view text) {
+    std::string lower;
+    appendLowerCased(text, lower);
+    return lower;
+}
+
 std::string digits(std::string_view text) {
     std::string all = "x";
     appendDecimalDigits(text, all);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "baseapi/platform/platform.h"
+#include "baseapi/platform/serial_queue.h"
 #include "baseapi/platform/thread.h"
 #include "baseapi/platform/worker_pool.h"
 #include "tests/support/temporary_folder.h"
