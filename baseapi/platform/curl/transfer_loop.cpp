@@ -93,13 +93,14 @@ bool TransferLoop::awaitTurn() {
     return !stopping_;
 }
 
-/// Ends the network thread's turn, once there is nothing to obey.
+/// Ends the network thread's turn. It does not sleep where there are commands again: but it looks at the
+/// sockets before it obeys them.
 std::chrono::milliseconds TransferLoop::sleepAfterTurn() {
     std::unique_lock lock(mutex_);
-    while (!commands_.empty() && !stopping_) obeyCommands(lock);
+    if (!stopping_) obeyCommands(lock);
     turnIsTaken_ = false;
     const auto now = Clock::now();
-    sleepsUntil_ = std::clamp(nextMoment(), now, now + kLongestSleep);
+    sleepsUntil_ = commands_.empty() ? std::clamp(nextMoment(), now, now + kLongestSleep) : now;
     return std::chrono::ceil<std::chrono::milliseconds>(sleepsUntil_ - now);
 }
 
@@ -137,6 +138,7 @@ void TransferLoop::takeTurn(std::unique_lock<std::mutex>& lock) {
 }
 
 void TransferLoop::obeyCommands(std::unique_lock<std::mutex>& lock) {
+    if (commands_.empty()) return;
     std::swap(taken_, commands_);
     lock.unlock();
     for (auto& command : taken_) obey(std::move(command));
