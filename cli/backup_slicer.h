@@ -40,8 +40,9 @@ class BackupSlicer final : public baseapi::ISliceFile {
     const std::shared_ptr<BackupJournal> journal_;
     const Identify identify_;
     std::atomic<bool> stopped_ = false;
-    hostkit::SliceFile slicer_{{[](const auto&, const std::string& why) {
-                                    if (const auto& trail = FileTrail::ofThread()) trail->cause.say(why);
+    hostkit::SliceFile slicer_{{[this](const auto&, const std::string& why) {
+                                    const auto& trail = FileTrail::ofThread();
+                                    if (trail && !stopped_) trail->cause.say(why);
                                 },
                                 nullptr}};
 };
