@@ -48,7 +48,8 @@ class HttpHelper {
 
     void registerUpload(std::int64_t identifier, std::shared_ptr<UploadBean> bean);
     std::shared_ptr<UploadBean> findUpload(std::int64_t identifier) const;
-    void removeUpload(std::int64_t identifier);
+    /// False where it is not there any more.
+    bool removeUpload(std::int64_t identifier);
     void didSendBodyData(std::int64_t identifier, std::int64_t sent, std::int64_t expected) const;
     void didComplete(std::int64_t identifier, const std::optional<TransportError>& error);
 

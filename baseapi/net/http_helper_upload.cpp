@@ -46,7 +46,12 @@ void HttpHelper::putUploadFile(const std::string& url, ByteBuffer data, const st
     registerUpload(*identifier,
                    std::make_shared<UploadBean>(UploadBean{std::move(progressListener), hash,
                                                            FinalCallback(std::move(continuation))}));
-    task->resume();
+    try {
+        task->resume();
+    } catch (...) {
+        // Whoever takes the upload off the list answers for it.
+        if (removeUpload(*identifier)) throw;
+    }
 }
 
 void HttpHelper::registerUpload(std::int64_t identifier, std::shared_ptr<UploadBean> bean) {
@@ -64,8 +69,8 @@ std::shared_ptr<UploadBean> HttpHelper::findUpload(std::int64_t identifier) cons
     });
 }
 
-void HttpHelper::removeUpload(std::int64_t identifier) {
-    uploadTasksQueue_.write([&] { return uploadTasks_.erase(identifier); });
+bool HttpHelper::removeUpload(std::int64_t identifier) {
+    return uploadTasksQueue_.write([&] { return uploadTasks_.erase(identifier); }) > 0;
 }
 
 void HttpHelper::didSendBodyData(std::int64_t identifier, std::int64_t sent, std::int64_t expected) const {
@@ -81,8 +86,7 @@ void HttpHelper::didComplete(std::int64_t identifier, const std::optional<Transp
     logLine("==============XXXXXX====didCompleteWithError===========", identifier,
             ", continuation = ", presence(bean && bean->continuation),
             ", bean = ", presence(bean != nullptr));
-    removeUpload(identifier);
-    if (!bean || !bean->continuation) return;
+    if (!removeUpload(identifier) || !bean || !bean->continuation) return;
     (*bean->continuation)(error ? BaseResponse{.code = -1, .msg = error->text}
                                 : BaseResponse{.code = 0, .msg = "success"});
 }

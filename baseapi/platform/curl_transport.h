@@ -12,8 +12,8 @@ namespace baseapi::inline v1 {
 
 class TransferLoop;
 
-/// HTTP on libcurl: one network thread moves all transfers, callbacks run on the delegate queue. Proxies are
-/// taken from the environment.
+/// HTTP on libcurl: one network thread waits for all transfers, callbacks run on the delegate queue. Proxies
+/// are taken from the environment.
 class CurlTransport final : public HttpTransport {
   public:
     struct Options {

@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -12,6 +14,7 @@
 #include "baseapi/net/http_helper.h"
 #include "baseapi/platform/platform.h"
 #include "tests/net/session.h"
+#include "tests/support/event.h"
 
 namespace baseapi {
 namespace {
@@ -20,13 +23,18 @@ using testing::ElementsAre;
 
 class ForeignTask : public HttpTask {
   public:
-    explicit ForeignTask(std::function<void()> work) : work_(std::move(work)) {}
+    explicit ForeignTask(std::function<void()> work, bool breaks = false)
+        : work_(std::move(work)), breaks_(breaks) {}
     std::int64_t identifier() const override { return 1; }
-    void resume() override { platform().delegateQueue->post(work_); }
+    void resume() override {
+        platform().delegateQueue->post(work_);
+        if (breaks_) throw std::runtime_error("begun, and broken");
+    }
     void cancel() override {}
 
   private:
     std::function<void()> work_;
+    const bool breaks_;
 };
 
 /// A host's own transport, which keeps what it is asked for and answers as the test says.
@@ -42,7 +50,7 @@ class ForeignTransport : public HttpTransport {
         UploadRequest request, Progress /*progress*/,
         std::function<void(std::optional<TransportError>)> completion) override {
         idleTimeouts.push_back(request.idleTimeout);
-        return std::make_shared<ForeignTask>([completion] { completion(std::nullopt); });
+        return std::make_shared<ForeignTask>([completion] { completion(std::nullopt); }, breaks);
     }
     std::shared_ptr<HttpTask> downloadTask(DownloadRequest /*request*/, Progress /*progress*/,
                                            std::function<void(DownloadAnswer)> /*completion*/) override {
@@ -52,6 +60,8 @@ class ForeignTransport : public HttpTransport {
 
     DataAnswer answer;
     bool refuses = false;
+    /// A part is sent, and its start throws all the same.
+    bool breaks = false;
     std::vector<std::chrono::milliseconds> idleTimeouts;
 };
 
@@ -67,7 +77,7 @@ class ForeignTransportTest : public testing::Test {
     void SetUp() override {
         log_->clear();
         transport_->answer = {.status = 200, .body = "{}"};
-        transport_->refuses = false;
+        transport_->refuses = transport_->breaks = false;
         transport_->idleTimeouts.clear();
     }
 
@@ -103,6 +113,24 @@ TEST_F(ForeignTransportTest, ThatThrowsStillLeadsToACallback) {
     transport_->refuses = true;
     EXPECT_EQ(failureOfACall(), (NetworkFailure{-1, "callRequest error: no transport today"}));
     EXPECT_TRUE(log_->contains("callRequest error: no transport today"));
+}
+
+TEST_F(ForeignTransportTest, ThatThrowsAfterAllLeadsToOneEndOfAPart) {
+    transport_->breaks = true;
+    for (int round = 0; round < 50; ++round) {
+        const auto ends = std::make_shared<std::atomic<int>>(0);
+        try {
+            HttpHelper::shared().putUploadFile("https://cloud.example/part", {}, "0", nullptr,
+                                               [ends](const BaseResponse&) { ++*ends; });
+        } catch (const std::runtime_error&) {
+            ++*ends;
+        }
+        while (*ends == 0) std::this_thread::yield();
+        test_support::Event drained;
+        platform().delegateQueue->post([&] { drained.set(); });
+        ASSERT_TRUE(drained.wait());
+        EXPECT_EQ(*ends, 1);
+    }
 }
 
 TEST_F(ForeignTransportTest, IsAskedForSixtySecondsOfPatienceByRequestsAndParts) {

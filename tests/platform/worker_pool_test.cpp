@@ -144,10 +144,6 @@ TEST(WorkerPool, HandsWhatIsQueuedToAnotherThreadWhereLongWorkBegins) {
     EXPECT_TRUE(ended.wait());
 }
 
-TEST(WorkerPool, LongWorkOnAThreadOfNoPoolIsLikeAnyOther) {
-    const LongWork work;
-}
-
 TEST(WorkerPool, LetsThreadsLeaveThatHaveNothingToDo) {
     using std::chrono::milliseconds;
     WorkerPool pool("test", {.kept = 1, .idleFor = milliseconds(20)});

@@ -29,7 +29,7 @@ struct Movement {
     bool operator==(const Movement&) const = default;
 };
 
-/// What the three kinds of transfer have in common: the way from `resume` over the network thread to the
+/// What the three kinds of transfer have in common: the way from `resume` over the loop to the
 /// delegate queue.
 class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> {
   public:
@@ -45,7 +45,7 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     std::chrono::milliseconds idleTimeout() const { return idleTimeout_; }
     bool cancelled() const { return state_ == State::cancelled; }
 
-    // From here on for the network thread alone.
+    // From here on for the thread alone that has the loop's turn.
 
     /// Tells a new handle what is the same for all transfers of this kind.
     virtual void setUpHandle(EasyHandle& easy) const;
@@ -84,7 +84,7 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     virtual void receive(std::string_view bytes) = 0;
     /// Told of every request that libcurl sends after the first one, which is for a redirect.
     virtual void followRedirect(int /*status*/) {}
-    /// Called once, on the network thread unless the transfer never got there, to make the answer ready.
+    /// Called once, in a turn of the loop unless the transfer never got there, to make the answer ready.
     /// `easy` is null where nothing was sent.
     virtual void settle(std::optional<TransportError> error) = 0;
     /// On the delegate queue: hands the answer to the completion, both of which are gone afterwards.
@@ -116,7 +116,7 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     enum class State { fresh, resumed, cancelled };
     std::atomic<State> state_{State::fresh};
 
-    // Of the network thread.
+    // Of the thread that has the loop's turn.
     EasyHandle* easy_ = nullptr;
     bool headComplete_ = false;
     long requestsSent_ = 0;
@@ -125,7 +125,7 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     std::chrono::steady_clock::time_point nextReport_{};
     char curlText_[CURL_ERROR_SIZE] = {};
 
-    // Between the network thread and the delegate queue.
+    // Between the loop and the delegate queue.
     std::mutex mutex_;
     HttpTransport::Progress progress_;
     std::optional<Totals> unreported_;
