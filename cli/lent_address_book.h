@@ -42,7 +42,7 @@ class LentAddressBook final : public baseapi::AddressBook {
         const std::function<void(baseapi::SharedContact)>& visit) noexcept override;
     std::optional<baseapi::AddressBookError> execute(
         const baseapi::ContactSaveRequest& request) noexcept override;
-    std::optional<std::string> fullName(const baseapi::AddressBookContact& contact) noexcept override {
+    std::optional<std::string> fullName(const baseapi::PackedContact& contact) noexcept override {
         return folder_->fullName(contact);
     }
 

@@ -90,19 +90,20 @@ class Contacts final : public AddressBook {
         const std::lock_guard lock(mutex_);
         auto changed = contacts_;
         for (const auto& contact : request.deleted)
-            if (changed.erase(contact->identifier) == 0) return AddressBookError{"it is not there"};
+            if (changed.erase(std::string(contact->identifier())) == 0)
+                return AddressBookError{"it is not there"};
         for (const auto& contact : request.added) {
-            auto own = std::make_shared<AddressBookContact>(*contact);
-            own->identifier = std::to_string(++lastIdentifier_);
-            changed[own->identifier] = own;
+            auto own = editableContact(*contact);
+            own.identifier = std::to_string(++lastIdentifier_);
+            changed[own.identifier] = shareContact(own);
         }
         contacts_ = std::move(changed);
         return std::nullopt;
     }
 
-    std::optional<std::string> fullName(const AddressBookContact& contact) noexcept override {
-        if (contact.givenName.empty() && contact.familyName.empty()) return std::nullopt;
-        return contact.givenName + " " + contact.familyName;
+    std::optional<std::string> fullName(const PackedContact& contact) noexcept override {
+        if (contact.givenName().empty() && contact.familyName().empty()) return std::nullopt;
+        return std::string(contact.givenName()).append(" ").append(contact.familyName());
     }
 
   private:

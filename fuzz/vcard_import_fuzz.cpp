@@ -30,16 +30,17 @@ void requireFromText(std::string_view value, std::string_view text) {
     require(text.find(value) != text.npos);
 }
 
-void requireUsable(const AddressBookContact& contact, std::string_view text) {
-    require(!contact.givenName.empty() || !contact.familyName.empty() || !contact.organizationName.empty());
-    for (const auto* value : {&contact.givenName, &contact.familyName, &contact.middleName,
-                              &contact.organizationName, &contact.jobTitle, &contact.note})
-        requireFromText(*value, text);
-    for (const auto& phone : contact.phoneNumbers) {
-        require(phone.label && !phone.value.stringValue.empty());
-        requireFromText(phone.value.stringValue, text);
+void requireUsable(const PackedContact& contact, std::string_view text) {
+    require(!contact.givenName().empty() || !contact.familyName().empty() ||
+            !contact.organizationName().empty());
+    for (const auto value : {contact.givenName(), contact.familyName(), contact.middleName(),
+                             contact.organizationName(), contact.jobTitle(), contact.note()})
+        requireFromText(value, text);
+    for (const auto& phone : contact.phoneNumbers()) {
+        require(phone.label && !phone.value.empty());
+        requireFromText(phone.value, text);
     }
-    for (const auto& email : contact.emailAddresses) requireFromText(email.value, text);
+    for (const auto& email : contact.emailAddresses()) requireFromText(email.value, text);
 }
 
 bool hasNameAndPhone(const SharedContact& contact) {

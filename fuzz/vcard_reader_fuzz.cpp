@@ -19,7 +19,7 @@ void require(bool holds) {
 }
 
 AddressBookContact writtenAndRead(const AddressBookContact& contact) {
-    const auto card = hostkit::writeVCard(contact, "uid");
+    const auto card = hostkit::writeVCard(*shareContact(contact), "uid");
     require(baseapi::isValidUTF8(card));
     const auto read = hostkit::readVCard(card);
     require(std::holds_alternative<AddressBookContact>(read));
@@ -34,7 +34,7 @@ AddressBookContact withoutLabels(AddressBookContact contact) {
 
 /// An organisation alone is written as the formatted name too, and read as the given name.
 AddressBookContact withFormattedName(AddressBookContact contact) {
-    if (hostkit::fullNameOf(contact).empty()) contact.givenName = contact.organizationName;
+    if (hostkit::fullNameOf(*shareContact(contact)).empty()) contact.givenName = contact.organizationName;
     return contact;
 }
 

@@ -93,7 +93,8 @@ class ContactReader {
     }
 
     AddressBookContact finish() && {
-        if (fullNameOf(contact_).empty()) contact_.givenName = std::move(formattedName_);
+        if (contact_.givenName.empty() && contact_.middleName.empty() && contact_.familyName.empty())
+            contact_.givenName = std::move(formattedName_);
         return std::move(contact_);
     }
 
@@ -147,7 +148,7 @@ std::string parameterText(std::string_view label) {
     return text;
 }
 
-std::string typeParameter(const std::optional<std::string>& label) {
+std::string typeParameter(std::optional<std::string_view> label) {
     if (!label) return "";
     const auto* row = std::ranges::find(labelTypes, *label, &LabelType::label);
     const auto type = row == labelTypes.end() ? parameterText(*label) : std::string(row->type);
@@ -179,34 +180,34 @@ std::variant<AddressBookContact, BrokenCard> readVCard(std::string_view text) tr
     return std::move(broken);
 }
 
-std::string writeVCard(const AddressBookContact& contact, std::string_view uid) {
+std::string writeVCard(const baseapi::PackedContact& contact, std::string_view uid) {
     CardWriter card;
     card.line("BEGIN:VCARD");
     card.line("VERSION:3.0");
     card.property("UID", uid);
-    card.line("N:" + escaped(contact.familyName) + ";" + escaped(contact.givenName) + ";" +
-              escaped(contact.middleName) + ";;");
+    card.line("N:" + escaped(contact.familyName()) + ";" + escaped(contact.givenName()) + ";" +
+              escaped(contact.middleName()) + ";;");
     const auto name = fullNameOf(contact);
-    card.property("FN", name.empty() ? contact.organizationName : name);
-    if (!contact.organizationName.empty() || !contact.departmentName.empty())
-        card.line("ORG:" + escaped(contact.organizationName) +
-                  (contact.departmentName.empty() ? "" : ";" + escaped(contact.departmentName)));
-    card.propertyIfAny("TITLE", contact.jobTitle);
-    for (const auto& phone : contact.phoneNumbers)
-        card.property("TEL" + typeParameter(phone.label), phone.value.stringValue);
-    for (const auto& email : contact.emailAddresses)
-        card.property("EMAIL" + typeParameter(email.label), email.value);
-    card.propertyIfAny("NOTE", contact.note);
+    card.property("FN", name.empty() ? contact.organizationName() : name);
+    if (!contact.organizationName().empty() || !contact.departmentName().empty())
+        card.line("ORG:" + escaped(contact.organizationName()) +
+                  (contact.departmentName().empty() ? "" : ";" + escaped(contact.departmentName())));
+    card.propertyIfAny("TITLE", contact.jobTitle());
+    for (const auto& [label, number] : contact.phoneNumbers())
+        card.property("TEL" + typeParameter(label), number);
+    for (const auto& [label, address] : contact.emailAddresses())
+        card.property("EMAIL" + typeParameter(label), address);
+    card.propertyIfAny("NOTE", contact.note());
     card.line("END:VCARD");
     return std::move(card).finish();
 }
 
-std::string fullNameOf(const AddressBookContact& contact) {
+std::string fullNameOf(const baseapi::PackedContact& contact) {
     std::string name;
-    for (const auto* part : {&contact.givenName, &contact.middleName, &contact.familyName}) {
-        if (part->empty()) continue;
+    for (const auto part : {contact.givenName(), contact.middleName(), contact.familyName()}) {
+        if (part.empty()) continue;
         if (!name.empty()) name += ' ';
-        name += *part;
+        name += part;
     }
     return name;
 }

@@ -22,9 +22,9 @@ std::variant<baseapi::AddressBookContact, BrokenCard> readVCard(std::string_view
 /// The contact as one vCard 3.0 with this UID; FN is the organisation where there is no name. The labels of
 /// the address book become home HOME, mobile CELL, work WORK, a fax HOME,FAX or WORK,FAX or FAX; main and
 /// other have no TYPE. Any other label is a TYPE as it is.
-std::string writeVCard(const baseapi::AddressBookContact& contact, std::string_view uid);
+std::string writeVCard(const baseapi::PackedContact& contact, std::string_view uid);
 
 /// Given, middle and family name, the empty ones left out, joined by one blank.
-std::string fullNameOf(const baseapi::AddressBookContact& contact);
+std::string fullNameOf(const baseapi::PackedContact& contact);
 
 }  // namespace hostkit

@@ -19,6 +19,7 @@ namespace hostkit {
 namespace fs = std::filesystem;
 using baseapi::AddressBookContact;
 using baseapi::AddressBookError;
+using baseapi::PackedContact;
 using baseapi::SharedContact;
 
 namespace {
@@ -45,11 +46,11 @@ std::variant<AddressBookContact, BrokenCard> readCard(const fs::path& file) try 
 }
 
 /// The file of a contact of this folder; an identifier of elsewhere leads nowhere.
-fs::path fileOf(const fs::path& folder, const AddressBookContact& contact) {
-    const fs::path name(contact.identifier);
+fs::path fileOf(const fs::path& folder, const PackedContact& contact) {
+    const fs::path name(contact.identifier());
     auto file = folder / name;
     if (name != name.filename() || !isCardName(name) || !fs::is_regular_file(file))
-        throw std::runtime_error("no such contact: " + contact.identifier);
+        throw std::runtime_error("no such contact: " + name.native());
     return file;
 }
 
@@ -100,7 +101,7 @@ std::optional<AddressBookError> VcfAddressBook::enumerateContacts(
         auto card = readCard(folder_ / name);
         if (auto* contact = std::get_if<AddressBookContact>(&card)) {
             contact->identifier = name;
-            visit(std::make_shared<AddressBookContact>(std::move(*contact)));
+            visit(shareContact(*contact));
         } else if (warning_) {
             warning_(folder_ / name, std::get<BrokenCard>(card).why);
         }
@@ -121,7 +122,7 @@ std::optional<AddressBookError> VcfAddressBook::execute(const baseapi::ContactSa
     return AddressBookError{error.what()};
 }
 
-std::optional<std::string> VcfAddressBook::fullName(const AddressBookContact& contact) noexcept {
+std::optional<std::string> VcfAddressBook::fullName(const PackedContact& contact) noexcept {
     auto name = fullNameOf(contact);
     if (name.empty()) return std::nullopt;
     return name;

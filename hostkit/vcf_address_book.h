@@ -35,7 +35,7 @@ class BASEAPI_API VcfAddressBook : public baseapi::AddressBook {
     std::optional<baseapi::AddressBookError> execute(
         const baseapi::ContactSaveRequest& request) noexcept override;
     /// Given, middle and family name joined by one blank.
-    std::optional<std::string> fullName(const baseapi::AddressBookContact& contact) noexcept override;
+    std::optional<std::string> fullName(const baseapi::PackedContact& contact) noexcept override;
 
   private:
     std::filesystem::path folder_;

@@ -7,33 +7,33 @@
 namespace baseapi::inline v1 {
 namespace {
 
-std::string displayNameOf(const AddressBookContact& contact) {
-    if (!contact.familyName.empty() || !contact.givenName.empty())
-        return contact.familyName + contact.givenName;
-    return contact.organizationName.empty() ? "unknown" : contact.organizationName;
+std::string displayNameOf(const PackedContact& contact) {
+    if (!contact.familyName().empty() || !contact.givenName().empty())
+        return std::string(contact.familyName()).append(contact.givenName());
+    return std::string(contact.organizationName().empty() ? "unknown" : contact.organizationName());
 }
 
 /// A label counts as the text that it is, not as the address book's constant that it may be: the kinds of a
 /// backup have always come out so.
-std::string_view rawText(const std::optional<std::string>& label) {
+std::string_view rawText(const std::optional<std::string_view>& label) {
     return label ? std::string_view(*label) : std::string_view();
 }
 
-ContactBean beanOf(const AddressBookContact& contact) {
+ContactBean beanOf(const PackedContact& contact) {
     ContactBean bean;
-    bean.id = contact.identifier;
-    bean.familyName = contact.familyName;
-    bean.givenName = contact.givenName;
-    bean.middleName = contact.middleName;
+    bean.id = contact.identifier();
+    bean.familyName = contact.familyName();
+    bean.givenName = contact.givenName();
+    bean.middleName = contact.middleName();
     bean._displayName = displayNameOf(contact);
-    if (!contact.organizationName.empty())
-        bean.organization = ContactBean::OrganizationInfo{.company = contact.organizationName};
-    bean.phoneNumbers.reserve(contact.phoneNumbers.size());
-    for (const auto& phone : contact.phoneNumbers)
-        bean.addPhoneNumber({phone.value.stringValue, PhoneNumberType::fromString(rawText(phone.label))});
-    bean.emails.reserve(contact.emailAddresses.size());
-    for (const auto& email : contact.emailAddresses)
-        bean.addEmail({email.value, EmailType::fromString(rawText(email.label))});
+    if (!contact.organizationName().empty())
+        bean.organization = ContactBean::OrganizationInfo{.company = std::string(contact.organizationName())};
+    bean.phoneNumbers.reserve(contact.phoneNumbers().size());
+    for (const auto& phone : contact.phoneNumbers())
+        bean.addPhoneNumber({std::string(phone.value), PhoneNumberType::fromString(rawText(phone.label))});
+    bean.emails.reserve(contact.emailAddresses().size());
+    for (const auto& email : contact.emailAddresses())
+        bean.addEmail({std::string(email.value), EmailType::fromString(rawText(email.label))});
     return bean;
 }
 

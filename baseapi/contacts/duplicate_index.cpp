@@ -1,31 +1,35 @@
 #include "baseapi/contacts/duplicate_index.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
-#include <cstring>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory_resource>
+#include <new>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "baseapi/contacts/unicode_text.h"
 
 namespace baseapi::inline v1 {
 namespace {
 
-std::string fallbackName(const AddressBookContact& contact) {
+std::string fallbackName(const PackedContact& contact) {
     std::string name;
-    for (const auto* part : {&contact.givenName, &contact.middleName, &contact.familyName}) {
-        if (part->empty()) continue;
+    for (const auto part : {contact.givenName(), contact.middleName(), contact.familyName()}) {
+        if (part.empty()) continue;
         if (!name.empty()) name += ' ';
-        name += *part;
+        name += part;
     }
     if (!name.empty()) return name;
-    return contact.organizationName.empty() ? "未知联系人" : contact.organizationName;
+    return std::string(contact.organizationName().empty() ? "未知联系人" : contact.organizationName());
 }
 
-std::string comparisonName(const AddressBookContact& contact, AddressBook& names) {
+std::string comparisonName(const PackedContact& contact, AddressBook& names) {
     const bool hasName =
-        !contact.givenName.empty() || !contact.familyName.empty() || !contact.middleName.empty();
+        !contact.givenName().empty() || !contact.familyName().empty() || !contact.middleName().empty();
     if (hasName)
         if (auto name = names.fullName(contact)) return *std::move(name);
     return fallbackName(contact);
@@ -35,16 +39,16 @@ std::string comparisonName(const AddressBookContact& contact, AddressBook& names
 /// and an equal number are thus one equal key: digits hold no line end, so the two parts cannot be confused.
 /// `key` lends its room.
 template <class Function>
-void forEachKey(const AddressBookContact& contact, AddressBook& names, std::string& key, Function take) {
-    if (contact.phoneNumbers.empty()) return;
+void forEachKey(const PackedContact& contact, AddressBook& names, std::string& key, Function take) {
+    if (contact.phoneNumbers().empty()) return;
     key.clear();
     appendLowerCased(withoutWhitespaceAround(comparisonName(contact, names)), key);
     if (key.empty()) return;
     key += '\n';
     const auto nameLength = key.size();
-    for (const auto& phone : contact.phoneNumbers) {
+    for (const auto& phone : contact.phoneNumbers()) {
         key.resize(nameLength);
-        appendDecimalDigits(phone.value.stringValue, key);
+        appendDecimalDigits(phone.value, key);
         if (key.size() > nameLength && take(std::string_view(key))) return;
     }
 }
@@ -53,22 +57,26 @@ void forEachKey(const AddressBookContact& contact, AddressBook& names, std::stri
 
 class DuplicateIndex::Keys {
   public:
+    Keys() = default;
+    Keys(const Keys&) = delete;
+    Keys& operator=(const Keys&) = delete;
+
     bool empty() const { return keys_.empty(); }
-    bool contains(std::string_view text) const { return keys_.contains(Key(text)); }
     void add(std::string_view text) {
-        Key key(text);
-        if (keys_.contains(key)) return;
+        if (keys_.size() == std::numeric_limits<Number>::max()) throw std::bad_alloc();
         auto* const place = static_cast<char*>(memory_.allocate(text.size(), 1));
-        std::memcpy(place, text.data(), text.size());
-        key.text = {place, text.size()};
-        keys_.insert(key);
+        keys_.emplace_back(std::string_view(place, text.copy(place, text.size())));
+    }
+    bool contains(std::string_view text) {
+        indexAll();
+        return numbers_.contains(Key(text));
     }
 
     /// For a key in the making.
     std::string scratch;
 
   private:
-    /// Knows its hash, so that the set grows without a look at the texts.
+    /// Knows its hash, so that a look at the set is seldom one at the texts.
     struct Key {
         explicit Key(std::string_view of) : hash(std::hash<std::string_view>()(of)), text(of) {}
         bool operator==(const Key&) const = default;
@@ -76,27 +84,48 @@ class DuplicateIndex::Keys {
         std::size_t hash;
         std::string_view text;
     };
+    /// The set holds the keys' places, so that more of it is in the processor's cache.
+    using Number = std::uint32_t;
     struct HashOf {
+        using is_transparent = void;
         std::size_t operator()(const Key& key) const { return key.hash; }
+        std::size_t operator()(Number number) const { return (*keys)[number].hash; }
+        const std::vector<Key>* keys;
     };
+    struct AreEqual {
+        using is_transparent = void;
+        bool operator()(Number one, Number other) const { return (*keys)[one] == (*keys)[other]; }
+        bool operator()(const Key& key, Number number) const { return key == (*keys)[number]; }
+        bool operator()(Number number, const Key& key) const { return key == (*keys)[number]; }
+        const std::vector<Key>* keys;
+    };
+
+    /// All at once and as late as can be: the processor then waits for the memory of several keys together.
+    void indexAll() {
+        if (indexed_ == keys_.size()) return;
+        numbers_.reserve(keys_.size());
+        for (; indexed_ < keys_.size(); ++indexed_) numbers_.insert(static_cast<Number>(indexed_));
+    }
 
     // The bytes of the keys, one behind the other.
     std::pmr::monotonic_buffer_resource memory_{64 * 1024};
-    boost::unordered_flat_set<Key, HashOf> keys_;
+    std::vector<Key> keys_;
+    std::size_t indexed_ = 0;
+    boost::unordered_flat_set<Number, HashOf, AreEqual> numbers_{0, HashOf{&keys_}, AreEqual{&keys_}};
 };
 
 DuplicateIndex::DuplicateIndex(AddressBook& names) : names_(names), keys_(std::make_unique<Keys>()) {}
 
 DuplicateIndex::~DuplicateIndex() = default;
 
-void DuplicateIndex::add(const AddressBookContact& contact) {
+void DuplicateIndex::add(const PackedContact& contact) {
     forEachKey(contact, names_, keys_->scratch, [&](std::string_view key) {
         keys_->add(key);
         return false;
     });
 }
 
-bool DuplicateIndex::knows(const AddressBookContact& contact) {
+bool DuplicateIndex::knows(const PackedContact& contact) {
     if (keys_->empty()) return false;
     bool known = false;
     forEachKey(contact, names_, keys_->scratch,

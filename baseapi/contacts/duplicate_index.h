@@ -14,10 +14,10 @@ class DuplicateIndex {
     explicit DuplicateIndex(AddressBook& names);
     ~DuplicateIndex();
 
-    void add(const AddressBookContact& contact);
+    void add(const PackedContact& contact);
 
     /// Whether a contact of the same name and with one of the same phone numbers was added.
-    bool knows(const AddressBookContact& contact);
+    bool knows(const PackedContact& contact);
 
   private:
     class Keys;

@@ -18,14 +18,21 @@ bool isASCII(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// Whether each letter is of ASCII or from U+3000 to U+9FFF, by its first byte: those are Chinese and
-/// Japanese, which have no case.
-bool hasCaseInASCIIAlone(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return byte < 0xC0 || (byte >= 0xE3 && byte <= 0xE9);
-    });
-}
+struct ByteCase {
+    char lower;
+    /// Whether it may begin a letter that has a case. None from U+3000 to U+9FFF, Chinese and Japanese, has
+    /// one.
+    bool mayBeCased;
+};
+constexpr auto byteCases = [] {
+    std::array<ByteCase, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte) {
+        const bool isUpper = byte >= 'A' && byte <= 'Z';
+        table[byte] = {.lower = static_cast<char>(isUpper ? byte + 32 : byte),
+                       .mayBeCased = byte >= 0xC0 && !(byte >= 0xE3 && byte <= 0xE9)};
+    }
+    return table;
+}();
 
 bool isLineEnd(UChar32 letter) {
     return (letter >= 0x0A && letter <= 0x0D) || letter == 0x85 || letter == 0x2028 || letter == 0x2029;
@@ -68,8 +75,30 @@ UChar32 lastLetter(std::string_view text, std::size_t& length) {
     return letter;
 }
 
+bool isPrintedASCII(char c) {
+    return c > ' ' && c < 0x7F;
+}
+
+/// By the first of three bytes: the letter is one from U+4000 to U+9FFF, which are Chinese.
+bool beginsChinese(char c) {
+    return c >= '\xE4' && c <= '\xE9';
+}
+
+bool beginsPlainly(std::string_view text) {
+    return isPrintedASCII(text.front()) || beginsChinese(text.front());
+}
+
+bool endsPlainly(std::string_view text) {
+    const auto isContinued = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+    const auto size = text.size();
+    return isPrintedASCII(text.back()) || (size >= 3 && beginsChinese(text[size - 3]) &&
+                                           isContinued(text[size - 2]) && isContinued(text[size - 1]));
+}
+
 template <class Function>
 std::string_view without(std::string_view text, Function isDropped) {
+    // Nearly all texts; a look at a letter's own properties takes much longer.
+    if (text.empty() || (beginsPlainly(text) && endsPlainly(text))) return text;
     while (!text.empty()) {
         std::size_t length = 0;
         if (!isDropped(nextLetter(text, length))) break;
@@ -99,17 +128,19 @@ std::string upperCased(std::string_view text) {
 }
 
 void appendLowerCased(std::string_view text, std::string& lower) {
-    if (hasCaseInASCIIAlone(text)) {
-        const auto begin = lower.size();
-        lower.append(text);
-        std::ranges::transform(std::span(lower).subspan(begin),
-                               lower.begin() + static_cast<std::ptrdiff_t>(begin),
-                               [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
-    } else {
-        icu::StringByteSink<std::string> sink(&lower);
-        UErrorCode status = U_ZERO_ERROR;
-        icu::CaseMap::utf8ToLower("", 0, text, sink, nullptr, status);
+    const auto begin = lower.size();
+    lower.append(text);
+    bool mayBeCased = false;
+    for (char& c : std::span(lower).subspan(begin)) {
+        const auto& row = byteCases[static_cast<unsigned char>(c)];
+        c = row.lower;
+        mayBeCased |= row.mayBeCased;
     }
+    if (!mayBeCased) return;
+    lower.resize(begin);
+    icu::StringByteSink<std::string> sink(&lower);
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToLower("", 0, text, sink, nullptr, status);
 }
 
 std::string_view withoutBlanksAround(std::string_view text) {
@@ -121,20 +152,23 @@ std::string_view withoutWhitespaceAround(std::string_view text) {
 }
 
 void appendDecimalDigits(std::string_view text, std::string& digits) {
-    const auto length = digits.size();
-    digits.resize(length + text.size());
-    char* end = digits.data() + length;
-    for (std::size_t at = 0; at < text.size();) {
-        const auto begin = at;
-        if (const char c = text[at]; static_cast<unsigned char>(c) < 0x80) {
-            *end = c;
-            end += c >= '0' && c <= '9';
+    const auto begin = digits.size();
+    digits.append(text);
+    char* kept = digits.data() + begin;
+    const char* at = kept;
+    const char* const end = at + text.size();
+    while (at != end) {
+        if (const char c = *at; static_cast<unsigned char>(c) < 0x80) {
+            *kept = c;
+            kept += c >= '0' && c <= '9';
             ++at;
-        } else if (u_isdigit(nextLetter(text, at))) {
-            end = std::copy(text.data() + begin, text.data() + at, end);
+        } else {
+            std::size_t length = 0;
+            if (u_isdigit(nextLetter({at, end}, length))) kept = std::copy(at, at + length, kept);
+            at += length;
         }
     }
-    digits.resize(static_cast<std::size_t>(end - digits.data()));
+    digits.resize(static_cast<std::size_t>(kept - digits.data()));
 }
 
 std::size_t lineEndLength(std::string_view text) {

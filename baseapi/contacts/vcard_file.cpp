@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -14,15 +15,6 @@ namespace {
 /// What a core's own cache holds beside the contacts that come of it.
 constexpr std::uintmax_t usualPiece = 256 * 1024;
 
-/// Appends the next piece of the file; false where there was none. A card that is longer doubles the piece.
-bool readPiece(LocalFile& file, std::size_t length, std::string& text) {
-    const auto kept = text.size();
-    text.resize(kept + std::max(length, kept));
-    const auto count = file.read(text.data() + kept, text.size() - kept);
-    text.resize(kept + count);
-    return count > 0;
-}
-
 /// Where the last card of the text begins, which may go on behind it.
 std::size_t lastCard(std::string_view text) {
     const auto begin = text.rfind(beginOfCard);
@@ -32,15 +24,21 @@ std::size_t lastCard(std::string_view text) {
 }  // namespace
 
 void parseVCardFile(const std::filesystem::path& path, const FoundContact& found) {
-    const auto length = static_cast<std::size_t>(std::min(usualPiece, std::filesystem::file_size(path) + 1));
     LocalFile file(path);
-    std::string text;
+    std::string room(static_cast<std::size_t>(std::min(usualPiece, std::filesystem::file_size(path) + 1)),
+                     '\0');
+    std::size_t kept = 0;
     for (bool more = true; more;) {
-        more = readPiece(file, length, text);
-        const auto whole = std::string_view(text).substr(0, more ? lastCard(text) : text.size());
+        // A card that is longer than the room doubles it.
+        if (kept > room.size() / 2) room.resize(2 * room.size());
+        const auto count = file.read(room.data() + kept, room.size() - kept);
+        more = count > 0;
+        const std::string_view text(room.data(), kept + count);
+        const auto whole = text.substr(0, more ? lastCard(text) : text.size());
         requireUTF8(whole, path);
         parseVCardText(whole, found);
-        text.erase(0, whole.size());
+        kept = text.size() - whole.size();
+        std::memmove(room.data(), room.data() + whole.size(), kept);
     }
 }
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
-#include <string>
+#include <cstring>
 #include <utility>
+#include <vector>
 
 #include "baseapi/contacts/unicode_text.h"
 
@@ -32,6 +32,12 @@ constexpr std::array<KindLabel, 2> emailLabels{{
     {"HOME", CNLabelHome},
 }};
 
+/// The same as `starts_with`; as the length is known, it becomes one comparison of a number.
+template <std::size_t size>
+bool beginsWith(std::string_view line, const char (&prefix)[size]) {
+    return line.size() >= size - 1 && std::memcmp(line.data(), prefix, size - 1) == 0;
+}
+
 /// The label of the first kind of the table that the line names anywhere, its value included.
 template <std::size_t size>
 std::string_view labelOf(std::string_view line, const std::array<KindLabel, size>& table,
@@ -52,12 +58,6 @@ std::string_view lastValue(std::string_view line) {
     const auto colon = line.rfind(':');
     return colon == line.npos ? std::string_view() : withoutBlanksAround(line.substr(colon + 1));
 }
-
-/// A value and the label that the address book gives it.
-struct Labeled {
-    std::string_view label;
-    std::string_view value;
-};
 
 /// The text's first line, which is taken off the text with its end.
 std::string_view cutAnyLine(std::string_view& text) {
@@ -80,43 +80,38 @@ class CardReader {
   public:
     /// Nothing where nobody could find the contact by a name.
     SharedContact read(std::string_view text) {
-        card_.clear();
+        forgetLast();
         const auto cutLine = hasPlainLineEnds(text) ? cutPlainLine : cutAnyLine;
         while (!text.empty()) take(withoutBlanksAround(cutLine(text)));
         const bool usable =
-            !card_.givenName.empty() || !card_.familyName.empty() || !card_.organizationName.empty();
+            !texts_.givenName.empty() || !texts_.familyName.empty() || !texts_.organizationName.empty();
         return usable ? contact() : nullptr;
     }
 
   private:
-    struct Card {
-        std::string_view givenName, familyName, middleName, organizationName, jobTitle, note;
-        std::vector<Labeled> phones, emails;
-
-        /// The lists keep their room for the next card.
-        void clear() {
-            givenName = familyName = middleName = organizationName = jobTitle = note = {};
-            phones.clear();
-            emails.clear();
-        }
-    };
+    /// The lists keep their room for the next card.
+    void forgetLast() {
+        texts_ = {};
+        phones_.clear();
+        emails_.clear();
+    }
 
     /// The line without blanks around it. The first prefix that fits decides.
     void take(std::string_view line) {
-        if (line.starts_with("N:")) {
+        if (beginsWith(line, "N:")) {
             takeNames(line.substr(2));
-        } else if (line.starts_with("FN:")) {
-            if (card_.familyName.empty() && card_.givenName.empty()) card_.givenName = line.substr(3);
-        } else if (line.starts_with("TEL;")) {
-            takeValue(line, phoneLabels, CNLabelPhoneNumberMain, card_.phones);
-        } else if (line.starts_with("EMAIL;")) {
-            takeValue(line, emailLabels, CNLabelOther, card_.emails);
-        } else if (line.starts_with("ORG:")) {
-            card_.organizationName = line.substr(4);
-        } else if (line.starts_with("TITLE:")) {
-            card_.jobTitle = line.substr(6);
-        } else if (line.starts_with("NOTE:")) {
-            card_.note = line.substr(5);
+        } else if (beginsWith(line, "FN:")) {
+            if (texts_.familyName.empty() && texts_.givenName.empty()) texts_.givenName = line.substr(3);
+        } else if (beginsWith(line, "TEL;")) {
+            takeValue(line, phoneLabels, CNLabelPhoneNumberMain, phones_);
+        } else if (beginsWith(line, "EMAIL;")) {
+            takeValue(line, emailLabels, CNLabelOther, emails_);
+        } else if (beginsWith(line, "ORG:")) {
+            texts_.organizationName = line.substr(4);
+        } else if (beginsWith(line, "TITLE:")) {
+            texts_.jobTitle = line.substr(6);
+        } else if (beginsWith(line, "NOTE:")) {
+            texts_.note = line.substr(5);
         }
     }
 
@@ -124,8 +119,8 @@ class CardReader {
     void takeNames(std::string_view names) {
         const auto components = std::ranges::count(names, ';') + 1;
         if (components < 2) return;
-        for (auto* name : {&card_.familyName, &card_.givenName, &card_.middleName}) {
-            if (name == &card_.middleName && components < 5) return;
+        for (auto* name : {&texts_.familyName, &texts_.givenName, &texts_.middleName}) {
+            if (name == &texts_.middleName && components < 5) return;
             const auto component = names.substr(0, names.find(';'));
             if (!component.empty()) *name = component;
             names.remove_prefix(std::min(component.size() + 1, names.size()));
@@ -134,29 +129,20 @@ class CardReader {
 
     template <std::size_t size>
     static void takeValue(std::string_view line, const std::array<KindLabel, size>& table,
-                          std::string_view otherwise, std::vector<Labeled>& values) {
+                          std::string_view otherwise, std::vector<LabeledText>& values) {
         if (const auto value = lastValue(line); !value.empty())
             values.push_back({labelOf(line, table, otherwise), value});
     }
 
-    SharedContact contact() const {
-        auto contact = std::make_shared<AddressBookContact>();
-        contact->givenName = card_.givenName;
-        contact->familyName = card_.familyName;
-        contact->middleName = card_.middleName;
-        contact->organizationName = card_.organizationName;
-        contact->jobTitle = card_.jobTitle;
-        contact->note = card_.note;
-        contact->phoneNumbers.reserve(card_.phones.size());
-        for (const auto& [label, number] : card_.phones)
-            contact->phoneNumbers.push_back({std::string(label), {std::string(number)}});
-        contact->emailAddresses.reserve(card_.emails.size());
-        for (const auto& [label, address] : card_.emails)
-            contact->emailAddresses.push_back({std::string(label), std::string(address)});
-        return contact;
+    SharedContact contact() {
+        texts_.phoneNumbers = phones_;
+        texts_.emailAddresses = emails_;
+        return shareContact(texts_);
     }
 
-    Card card_;
+    ContactTexts texts_;
+    std::vector<LabeledText> phones_;
+    std::vector<LabeledText> emails_;
 };
 
 }  // namespace

@@ -47,7 +47,7 @@ std::int64_t saveContactsOneByOne(std::span<const SharedContact> imported) {
     for (const auto& contact : imported) {
         const auto error = store().execute({.added = std::span(&contact, 1)});
         if (error) {
-            logLine("saveContactsOneByOne failed: ", contact->givenName, " - ", error->message);
+            logLine("saveContactsOneByOne failed: ", contact->givenName(), " - ", error->message);
         } else {
             ++successes;
         }

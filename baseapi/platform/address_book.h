@@ -8,6 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "baseapi/platform/export.h"
+#include "baseapi/platform/packed_contact.h"
+
 namespace baseapi::inline v1 {
 
 /// The labels that an address book itself gives to phones and addresses. A contact may carry any other text.
@@ -37,7 +40,8 @@ struct PhoneNumber {
     bool operator==(const PhoneNumber&) const = default;
 };
 
-/// A contact as an address book holds it; what it does not have is empty.
+/// A contact of an address book, to be filled or changed; what it does not have is empty. It is passed on as
+/// a `SharedContact`.
 struct AddressBookContact {
     /// Given by the address book when the contact is added.
     std::string identifier;
@@ -54,8 +58,11 @@ struct AddressBookContact {
     bool operator==(const AddressBookContact&) const = default;
 };
 
-/// A contact that nobody changes any more, and that therefore need not be copied from hand to hand.
-using SharedContact = std::shared_ptr<const AddressBookContact>;
+/// Packs a contact. One of 2 GiB or more counts as one that memory has no room for: `std::bad_alloc`.
+BASEAPI_API SharedContact shareContact(const AddressBookContact& contact);
+
+/// A copy to be changed.
+BASEAPI_API AddressBookContact editableContact(const PackedContact& contact);
 
 /// What is asked of each contact of an enumeration.
 enum class ContactKey {
@@ -109,7 +116,7 @@ class AddressBook {
     virtual std::optional<AddressBookError> execute(const ContactSaveRequest& request) noexcept = 0;
 
     /// The whole name of a contact, the same text for the same names at all times; nothing where it has none.
-    virtual std::optional<std::string> fullName(const AddressBookContact& contact) noexcept = 0;
+    virtual std::optional<std::string> fullName(const PackedContact& contact) noexcept = 0;
 };
 
 }  // namespace baseapi::inline v1

@@ -15,7 +15,7 @@ class NoAddressBook final : public AddressBook {
     std::optional<AddressBookError> execute(const ContactSaveRequest&) noexcept override {
         return AddressBookError{missing};
     }
-    std::optional<std::string> fullName(const AddressBookContact&) noexcept override { return std::nullopt; }
+    std::optional<std::string> fullName(const PackedContact&) noexcept override { return std::nullopt; }
 
   private:
     static constexpr const char* missing = "there is no address book";

@@ -17,8 +17,8 @@ class AddressBookTest : public testing::Test {
     }
     ~AddressBookTest() override { book_.reset(); }
 
-    static baseapi::SharedContact shared(baseapi::AddressBookContact contact) {
-        return std::make_shared<baseapi::AddressBookContact>(std::move(contact));
+    static baseapi::SharedContact shared(const baseapi::AddressBookContact& contact) {
+        return shareContact(contact);
     }
     static baseapi::AddressBookContact person(std::string given, std::string family,
                                               const std::vector<std::string>& phones = {}) {

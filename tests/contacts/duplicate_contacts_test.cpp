@@ -7,6 +7,7 @@
 namespace {
 
 using baseapi::AddressBookContact;
+using baseapi::PackedContact;
 using baseapi::SharedContact;
 using baseapi::VCFImportManager;
 
@@ -74,13 +75,15 @@ TEST_F(DuplicateContactsTest, NothingToCompareWithGivesNothing) {
 }
 
 TEST_F(DuplicateContactsTest, TheNameIsTheAddressBooksFullName) {
-    book_.plan.formatter = [](const AddressBookContact& it) { return it.familyName + "," + it.givenName; };
+    book_.plan.formatter = [](const PackedContact& it) {
+        return std::string(it.familyName()).append(",").append(it.givenName());
+    };
     EXPECT_TRUE(areDuplicates(person("b", "a", {"1"}), person("b", "a", {"1"})));
     EXPECT_TRUE(areDuplicates(person("b", "a,", {"1"}), person(",b", "a", {"1"})));
 }
 
 TEST_F(DuplicateContactsTest, WithoutAFullNameTheNamesAreJoinedWithABlank) {
-    book_.plan.formatter = [](const AddressBookContact&) { return std::nullopt; };
+    book_.plan.formatter = [](const PackedContact&) { return std::nullopt; };
     AddressBookContact parted{.givenName = "Jane", .familyName = "Doe", .middleName = "Q"};
     parted.phoneNumbers = {{std::nullopt, {"1"}}};
     EXPECT_TRUE(areDuplicates(parted, person("Jane Q Doe", "", {"1"})));
@@ -88,7 +91,7 @@ TEST_F(DuplicateContactsTest, WithoutAFullNameTheNamesAreJoinedWithABlank) {
 }
 
 TEST_F(DuplicateContactsTest, WithoutNamesTheOrganisationCountsAndTheBookIsNotAsked) {
-    book_.plan.formatter = [](const AddressBookContact&) -> std::optional<std::string> {
+    book_.plan.formatter = [](const PackedContact&) -> std::optional<std::string> {
         ADD_FAILURE();
         return "x";
     };

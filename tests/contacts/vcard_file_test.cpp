@@ -26,12 +26,14 @@ class VCardFileTest : public testing::Test {
     std::vector<AddressBookContact> parsed(std::string_view content) const {
         std::ofstream(file_, std::ios::binary) << content;
         std::vector<AddressBookContact> contacts;
-        baseapi::parseVCardFile(file_, [&](const auto& contact) { contacts.push_back(*contact); });
+        baseapi::parseVCardFile(file_,
+                                [&](const auto& contact) { contacts.push_back(editableContact(*contact)); });
         return contacts;
     }
     std::vector<AddressBookContact> parsedAsText(std::string_view content) const {
         std::vector<AddressBookContact> contacts;
-        baseapi::parseVCardText(content, [&](const auto& contact) { contacts.push_back(*contact); });
+        baseapi::parseVCardText(content,
+                                [&](const auto& contact) { contacts.push_back(editableContact(*contact)); });
         return contacts;
     }
 

@@ -17,7 +17,7 @@ std::string card(std::string_view lines) {
 
 std::vector<AddressBookContact> parsed(std::string_view text) {
     std::vector<AddressBookContact> contacts;
-    parseVCardText(text, [&](const auto& contact) { contacts.push_back(*contact); });
+    parseVCardText(text, [&](const auto& contact) { contacts.push_back(editableContact(*contact)); });
     return contacts;
 }
 

@@ -120,7 +120,7 @@ TEST_F(VCFImportManagerTest, AFailedSaveOfAllSavesOneByOneAndTheDeletesStay) {
     book_.put(person("Jane", "Doe", {"138"}));
     book_.plan.refusal = [](const ContactSaveRequest& it) -> std::optional<std::string> {
         if (it.added.size() > 1) return "too many";
-        if (!it.added.empty() && it.added[0]->givenName == "雷") return "not him";
+        if (!it.added.empty() && it.added[0]->givenName() == "雷") return "not him";
         return std::nullopt;
     };
     EXPECT_EQ(import(both().append(acme)), 2);

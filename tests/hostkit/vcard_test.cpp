@@ -9,7 +9,6 @@ using baseapi::AddressBookContact;
 using baseapi::LabeledValue;
 using hostkit::BrokenCard;
 using hostkit::readVCard;
-using hostkit::writeVCard;
 using testing::ElementsAre;
 
 std::string card(std::string_view lines, std::string_view version = "3.0") {
@@ -24,6 +23,10 @@ AddressBookContact contactOf(std::string_view text) {
         return {};
     }
     return std::get<AddressBookContact>(read);
+}
+
+std::string writeVCard(const AddressBookContact& contact, std::string_view uid) {
+    return hostkit::writeVCard(*shareContact(contact), uid);
 }
 
 std::string whyBroken(std::string_view text) {

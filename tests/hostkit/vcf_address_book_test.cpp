@@ -29,6 +29,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Folder, AddressBookContract, FolderBooks);
 
 namespace {
 
+using baseapi::AddressBookContact;
 using baseapi::SharedContact;
 using hostkit::VcfAddressBook;
 using test_support::contentOf;
@@ -54,7 +55,7 @@ class VcfAddressBookTest : public testing::Test {
     }
     std::vector<std::string> names() {
         std::vector<std::string> all;
-        for (const auto& contact : contacts()) all.push_back(contact->givenName);
+        for (const auto& contact : contacts()) all.emplace_back(contact->givenName());
         return all;
     }
     std::size_t files() const {
@@ -73,7 +74,7 @@ TEST_F(VcfAddressBookTest, ContactsComeByTheNamesOfTheirFilesWhichIdentifyThem) 
     write("a.vcf", cardNamed("second"));
     write("\xff 中.vcf", cardNamed("third"));
     EXPECT_THAT(names(), ElementsAre("second", "first", "third"));
-    EXPECT_EQ(contacts()[0]->identifier, "a.vcf");
+    EXPECT_EQ(contacts()[0]->identifier(), "a.vcf");
 }
 
 TEST_F(VcfAddressBookTest, HiddenFilesAndOtherSuffixesDoNotCount) {
@@ -125,8 +126,8 @@ TEST_F(VcfAddressBookTest, WhatARequestDoesNotDeleteStaysByteForByte) {
     write("gone.vcf", cardNamed("gone"));
     write("broken.vcf", "broken");
     auto gone = contacts();
-    std::erase_if(gone, [](const auto& it) { return it->givenName != "gone"; });
-    const std::vector<SharedContact> added{std::make_shared<baseapi::AddressBookContact>()};
+    std::erase_if(gone, [](const auto& it) { return it->givenName() != "gone"; });
+    const std::vector<SharedContact> added{shareContact(AddressBookContact{})};
     EXPECT_FALSE(book_.execute({.added = added, .deleted = gone}));
     EXPECT_EQ(contentOf(folder_ / "odd.vcf"), odd);
     EXPECT_EQ(contentOf(folder_ / "broken.vcf"), "broken");
@@ -140,16 +141,15 @@ TEST_F(VcfAddressBookTest, AnIdentifierOfElsewhereDeletesNothing) {
     VcfAddressBook inner(folder_ / "inner");
     for (const std::string& identifier :
          std::vector<std::string>{"../a.vcf", outside.string(), "", ".", "a.txt"}) {
-        const std::vector<SharedContact> deleted{std::make_shared<baseapi::AddressBookContact>(
-            baseapi::AddressBookContact{.identifier = identifier})};
+        const std::vector<SharedContact> deleted{shareContact(AddressBookContact{.identifier = identifier})};
         EXPECT_TRUE(inner.execute({.deleted = deleted})) << identifier;
     }
     EXPECT_TRUE(fs::exists(outside));
 }
 
 TEST_F(VcfAddressBookTest, ARequestThatCannotBeWrittenLeavesNothingBehind) {
-    const std::vector<SharedContact> added{std::make_shared<baseapi::AddressBookContact>(),
-                                           std::make_shared<baseapi::AddressBookContact>()};
+    const std::vector<SharedContact> added{shareContact(AddressBookContact{}),
+                                           shareContact(AddressBookContact{})};
     ASSERT_EQ(::chmod(folder_.path().c_str(), 0555), 0);
     test_support::withoutRootRights([&] { EXPECT_TRUE(book_.execute({.added = added})); });
     ASSERT_EQ(::chmod(folder_.path().c_str(), 0700), 0);
@@ -157,9 +157,8 @@ TEST_F(VcfAddressBookTest, ARequestThatCannotBeWrittenLeavesNothingBehind) {
 }
 
 TEST_F(VcfAddressBookTest, AnAddedContactIsAFileOfItsOwnWithNothingBesideIt) {
-    const std::vector<SharedContact> added{
-        std::make_shared<baseapi::AddressBookContact>(baseapi::AddressBookContact{.givenName = "a"}),
-        std::make_shared<baseapi::AddressBookContact>(baseapi::AddressBookContact{.givenName = "b"})};
+    const std::vector<SharedContact> added{shareContact(AddressBookContact{.givenName = "a"}),
+                                           shareContact(AddressBookContact{.givenName = "b"})};
     EXPECT_FALSE(book_.execute({.added = added}));
     EXPECT_EQ(files(), 2u);
     for (const auto& entry : fs::directory_iterator(folder_.path()))

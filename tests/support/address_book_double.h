@@ -33,7 +33,7 @@ class AddressBookDouble : public baseapi::AddressBook {
         /// The request fails with the text that this gives, if any.
         std::function<std::optional<std::string>(const baseapi::ContactSaveRequest&)> refusal;
         /// The full name in place of the given, middle and family name.
-        std::function<std::optional<std::string>(const baseapi::AddressBookContact&)> formatter;
+        std::function<std::optional<std::string>(const baseapi::PackedContact&)> formatter;
     };
     Plan plan;
 
@@ -42,9 +42,10 @@ class AddressBookDouble : public baseapi::AddressBook {
     std::optional<baseapi::AddressBookError> enumerateContacts(
         std::span<const baseapi::ContactKey> keys,
         const std::function<void(baseapi::SharedContact)>& visit) noexcept override {
-        auto visited = noteAndCopy(keys);
-        if (plan.enumerationError) visited.resize(std::min(plan.visitedBeforeError, visited.size()));
-        for (auto& contact : visited) visit(withKeys(std::move(contact), keys));
+        const auto visited = noteAndGet(keys);
+        auto count = visited->size();
+        if (plan.enumerationError) count = std::min(plan.visitedBeforeError, count);
+        for (const auto& kept : std::span(*visited).first(count)) visit(withKeys(kept.contact, keys));
         if (plan.enumerationError) return baseapi::AddressBookError{*plan.enumerationError};
         if (plan.status != AuthorizationStatus::authorized)
             return baseapi::AddressBookError{"not authorised"};
@@ -62,18 +63,19 @@ class AddressBookDouble : public baseapi::AddressBook {
         if (plan.refusal)
             if (auto why = plan.refusal(request)) return baseapi::AddressBookError{*std::move(why)};
         if (!erase(request.deleted)) return baseapi::AddressBookError{"no such contact"};
-        contacts_.reserve(contacts_.size() + request.added.size());
-        for (const auto& contact : request.added) contacts_.push_back({contact, ++lastNumber_});
+        auto& contacts = own();
+        contacts.reserve(contacts.size() + request.added.size());
+        for (const auto& contact : request.added) contacts.push_back({contact, ++lastNumber_});
         return std::nullopt;
     }
 
-    std::optional<std::string> fullName(const baseapi::AddressBookContact& contact) noexcept override {
+    std::optional<std::string> fullName(const baseapi::PackedContact& contact) noexcept override {
         if (plan.formatter) return plan.formatter(contact);
         std::string name;
-        for (const auto* part : {&contact.givenName, &contact.middleName, &contact.familyName}) {
-            if (part->empty()) continue;
+        for (const auto part : {contact.givenName(), contact.middleName(), contact.familyName()}) {
+            if (part.empty()) continue;
             if (!name.empty()) name += ' ';
-            name += *part;
+            name += part;
         }
         if (name.empty()) return std::nullopt;
         return name;
@@ -82,19 +84,20 @@ class AddressBookDouble : public baseapi::AddressBook {
     /// Puts a contact in, past plan and memory.
     void put(const baseapi::AddressBookContact& contact) {
         std::lock_guard lock(mutex_);
-        auto copy = std::make_shared<baseapi::AddressBookContact>(contact);
-        identify(*copy, ++lastNumber_);
-        contacts_.push_back({std::move(copy), lastNumber_, true});
+        auto copy = contact;
+        identify(copy, ++lastNumber_);
+        own().push_back({baseapi::shareContact(copy), lastNumber_, true});
     }
     std::vector<baseapi::AddressBookContact> contacts() {
         std::lock_guard lock(mutex_);
         std::vector<baseapi::AddressBookContact> contacts;
-        for (auto& kept : contacts_) contacts.push_back(*identified(kept));
+        identifyAll();
+        for (const auto& kept : *contacts_) contacts.push_back(editableContact(*kept.contact));
         return contacts;
     }
     std::size_t size() const {
         std::lock_guard lock(mutex_);
-        return contacts_.size();
+        return contacts_->size();
     }
     std::vector<Request> requests() const {
         std::lock_guard lock(mutex_);
@@ -109,7 +112,7 @@ class AddressBookDouble : public baseapi::AddressBook {
     void reset() {
         std::lock_guard lock(mutex_);
         plan = {};
-        contacts_.clear();
+        contacts_ = std::make_shared<std::vector<Kept>>();
         requests_.clear();
         keys_.clear();
         lastNumber_ = 0;
@@ -126,48 +129,53 @@ class AddressBookDouble : public baseapi::AddressBook {
     };
     static constexpr std::string_view identifierStart = "contact-";
 
-    std::vector<baseapi::SharedContact> noteAndCopy(std::span<const baseapi::ContactKey> keys) {
+    /// What it gives stays as it is, whatever is asked of the book meanwhile.
+    std::shared_ptr<const std::vector<Kept>> noteAndGet(std::span<const baseapi::ContactKey> keys) {
         std::lock_guard lock(mutex_);
         keys_.assign(keys.begin(), keys.end());
-        if (plan.status != AuthorizationStatus::authorized) return {};
-        std::vector<baseapi::SharedContact> contacts;
-        contacts.reserve(contacts_.size());
-        for (auto& kept : contacts_) contacts.push_back(identified(kept));
-        return contacts;
+        if (plan.status != AuthorizationStatus::authorized) return std::make_shared<std::vector<Kept>>();
+        identifyAll();
+        return contacts_;
+    }
+
+    /// The contacts to be changed; those that an enumeration visits are another list.
+    std::vector<Kept>& own() {
+        if (contacts_.use_count() > 1) contacts_ = std::make_shared<std::vector<Kept>>(*contacts_);
+        return *contacts_;
     }
 
     static baseapi::SharedContact withKeys(baseapi::SharedContact contact,
                                            std::span<const baseapi::ContactKey> keys) {
         using baseapi::ContactKey;
         const auto asked = [&](ContactKey key) { return std::ranges::find(keys, key) != keys.end(); };
-        const bool whole = (contact->jobTitle.empty() || asked(ContactKey::jobTitle)) &&
-                           (contact->departmentName.empty() || asked(ContactKey::departmentName)) &&
-                           (contact->note.empty() || asked(ContactKey::note));
+        const bool whole = (contact->jobTitle().empty() || asked(ContactKey::jobTitle)) &&
+                           (contact->departmentName().empty() || asked(ContactKey::departmentName)) &&
+                           (contact->note().empty() || asked(ContactKey::note));
         if (whole) return contact;
-        auto partial = std::make_shared<baseapi::AddressBookContact>(*contact);
-        if (!asked(ContactKey::jobTitle)) partial->jobTitle.clear();
-        if (!asked(ContactKey::departmentName)) partial->departmentName.clear();
-        if (!asked(ContactKey::note)) partial->note.clear();
-        return partial;
+        auto partial = editableContact(*contact);
+        if (!asked(ContactKey::jobTitle)) partial.jobTitle = {};
+        if (!asked(ContactKey::departmentName)) partial.departmentName = {};
+        if (!asked(ContactKey::note)) partial.note = {};
+        return shareContact(partial);
     }
 
     static void identify(baseapi::AddressBookContact& contact, std::size_t number) {
         contact.identifier = std::string(identifierStart) + std::to_string(number);
     }
 
-    static const baseapi::SharedContact& identified(Kept& kept) {
-        if (!kept.identified) {
-            auto copy = std::make_shared<baseapi::AddressBookContact>(*kept.contact);
-            identify(*copy, kept.number);
-            kept.contact = std::move(copy);
-            kept.identified = true;
+    void identifyAll() {
+        if (std::ranges::all_of(*contacts_, &Kept::identified)) return;
+        for (auto& kept : own()) {
+            if (kept.identified) continue;
+            auto contact = editableContact(*kept.contact);
+            identify(contact, kept.number);
+            kept = {shareContact(contact), kept.number, true};
         }
-        return kept.contact;
     }
 
     /// 0 for a contact of no address book.
-    static std::size_t numberOf(const baseapi::AddressBookContact& contact) {
-        const std::string_view identifier = contact.identifier;
+    static std::size_t numberOf(const baseapi::PackedContact& contact) {
+        const std::string_view identifier = contact.identifier();
         std::size_t number = 0;
         if (identifier.starts_with(identifierStart))
             std::from_chars(identifier.data() + identifierStart.size(), identifier.data() + identifier.size(),
@@ -182,23 +190,19 @@ class AddressBookDouble : public baseapi::AddressBook {
         for (const auto& contact : deleted) numbers.push_back(numberOf(*contact));
         std::ranges::sort(numbers);
         numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
-        if (!std::ranges::includes(contacts_, numbers, {}, &Kept::number)) return false;
-        std::vector<Kept> left;
-        left.reserve(contacts_.size() - numbers.size());
-        auto gone = numbers.begin();
-        for (auto& kept : contacts_) {
-            if (gone != numbers.end() && *gone == kept.number)
-                ++gone;
-            else
-                left.push_back(std::move(kept));
-        }
-        contacts_ = std::move(left);
+        if (!std::ranges::includes(*contacts_, numbers, {}, &Kept::number)) return false;
+        auto next = numbers.begin();
+        std::erase_if(own(), [&](const Kept& kept) {
+            const bool isNext = next != numbers.end() && *next == kept.number;
+            if (isNext) ++next;
+            return isNext;
+        });
         return true;
     }
 
     mutable std::mutex mutex_;
     /// In the order of their numbers.
-    std::vector<Kept> contacts_;
+    std::shared_ptr<std::vector<Kept>> contacts_ = std::make_shared<std::vector<Kept>>();
     std::vector<Request> requests_;
     std::vector<baseapi::ContactKey> keys_;
     std::size_t lastNumber_ = 0;
