@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "baseapi/contacts/unicode_text.h"
+#include "baseapi/platform/contact_packer.h"
 
 namespace baseapi::inline v1 {
 namespace {
 
 constexpr std::string_view endOfCard = "END:VCARD";
-constexpr std::string_view typeParameter = "TYPE=";
 
 struct KindLabel {
     std::string_view kind;
@@ -38,25 +38,36 @@ bool beginsWith(std::string_view line, const char (&prefix)[size]) {
     return line.size() >= size - 1 && std::memcmp(line.data(), prefix, size - 1) == 0;
 }
 
+/// The same as `ends_with`.
+template <std::size_t size>
+bool endsWith(std::string_view line, const char (&suffix)[size]) {
+    return line.size() >= size - 1 &&
+           std::memcmp(line.data() + line.size() - (size - 1), suffix, size - 1) == 0;
+}
+
 /// The label of the first kind of the table that the line names anywhere, its value included.
 template <std::size_t size>
 std::string_view labelOf(std::string_view line, const std::array<KindLabel, size>& table,
                          std::string_view otherwise) {
     auto best = size;
-    for (auto at = line.find(typeParameter); at != line.npos; at = line.find(typeParameter, at)) {
-        at += typeParameter.size();
-        const auto rest = line.substr(at);
-        const auto* row =
-            std::ranges::find_if(table, [&](const auto& it) { return rest.starts_with(it.kind); });
-        best = std::min(best, static_cast<std::size_t>(row - table.begin()));
+    // By its last letter, since a line has hardly another of these.
+    for (auto equals = line.find('='); equals != line.npos; equals = line.find('=', equals + 1)) {
+        if (!endsWith(line.substr(0, equals + 1), "TYPE=")) continue;
+        const auto rest = line.substr(equals + 1);
+        for (std::size_t row = 0; row < best && !rest.empty(); ++row)
+            if (rest.front() == table[row].kind.front() && rest.starts_with(table[row].kind)) best = row;
     }
     return best < size ? table[best].label : otherwise;
 }
 
 /// What stands behind the line's last colon; empty where there is none.
 std::string_view lastValue(std::string_view line) {
-    const auto colon = line.rfind(':');
-    return colon == line.npos ? std::string_view() : withoutBlanksAround(line.substr(colon + 1));
+    auto colon = line.find(':');
+    if (colon == line.npos) return {};
+    // Nearly always the only one, so that this is quicker than from behind, letter by letter.
+    for (auto next = line.find(':', colon + 1); next != line.npos; next = line.find(':', next + 1))
+        colon = next;
+    return withoutBlanksAround(line.substr(colon + 1));
 }
 
 /// The text's first line, which is taken off the text with its end.
@@ -137,9 +148,10 @@ class CardReader {
     SharedContact contact() {
         texts_.phoneNumbers = phones_;
         texts_.emailAddresses = emails_;
-        return shareContact(texts_);
+        return packer_.share(texts_);
     }
 
+    ContactPacker packer_;
     ContactTexts texts_;
     std::vector<LabeledText> phones_;
     std::vector<LabeledText> emails_;

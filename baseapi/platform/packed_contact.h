@@ -38,7 +38,8 @@ struct ContactTexts {
 class PackedContact;
 
 /// A contact that nobody changes any more, and that therefore need not be copied from hand to hand. What is
-/// read of it is there as long as it is.
+/// read of it is there as long as it is. Contacts of one file share memory in pieces of 16 KiB: one that is
+/// kept keeps its piece, and a copy, `shareContact(editableContact(*contact))`, does not.
 using SharedContact = std::shared_ptr<const PackedContact>;
 
 /// Packs the texts. A contact of 2 GiB or more counts as one that memory has no room for: `std::bad_alloc`.
@@ -79,6 +80,7 @@ class PackedContact {
 
   private:
     friend SharedContact shareContact(const ContactTexts&);
+    friend class ContactPacker;
 
     // Behind this follow where each text begins and where the last one ends, in bytes, then the texts: the
     // names, then label and value of each entry.

@@ -1,0 +1,50 @@
+#include "baseapi/platform/contact_packer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using baseapi::ContactPacker;
+using baseapi::ContactTexts;
+using baseapi::SharedContact;
+
+SharedContact named(ContactPacker& packer, const std::string& name) {
+    return packer.share(ContactTexts{.givenName = name});
+}
+
+TEST(ContactPackerTest, ManyContactsStandSideBySide) {
+    ContactPacker packer;
+    std::vector<SharedContact> contacts;
+    for (int index = 0; index < 5'000; ++index) contacts.push_back(named(packer, std::to_string(index)));
+    for (int index = 0; index < 5'000; ++index) {
+        const auto& contact = *contacts[static_cast<std::size_t>(index)];
+        EXPECT_EQ(contact, *shareContact(ContactTexts{.givenName = std::to_string(index)}));
+    }
+}
+
+TEST(ContactPackerTest, AContactOutlivesItsNeighboursAndThePacker) {
+    SharedContact kept;
+    {
+        ContactPacker packer;
+        const auto before = named(packer, "before");
+        kept = named(packer, "kept");
+        const auto after = named(packer, "after");
+    }
+    EXPECT_EQ(kept->givenName(), "kept");
+}
+
+TEST(ContactPackerTest, ALongContactHasRoomOfItsOwn) {
+    ContactPacker packer;
+    const std::string name(1'000'000, 'x');
+    const auto before = named(packer, "before");
+    const auto contact = named(packer, name);
+    const auto after = named(packer, "after");
+    EXPECT_EQ(contact->givenName(), name);
+    EXPECT_EQ(before->givenName(), "before");
+    EXPECT_EQ(after->givenName(), "after");
+}
+
+}  // namespace
