@@ -16,7 +16,7 @@ std::string displayNameOf(const PackedContact& contact) {
 /// A label counts as the text that it is, not as the address book's constant that it may be: the kinds of a
 /// backup have always come out so.
 std::string_view rawText(const std::optional<std::string_view>& label) {
-    return label ? std::string_view(*label) : std::string_view();
+    return label.value_or(std::string_view());
 }
 
 ContactBean beanOf(const PackedContact& contact) {

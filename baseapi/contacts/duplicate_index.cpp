@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "baseapi/contacts/unicode_text.h"
+#include "baseapi/platform/sha256.h"
 
 namespace baseapi::inline v1 {
 namespace {
@@ -35,14 +36,23 @@ std::string comparisonName(const PackedContact& contact, AddressBook& names) {
     return fallbackName(contact);
 }
 
-/// Calls `take` with the digits of each phone number that has some, behind the contact's name. Equal names
-/// and an equal number are thus one equal key: digits hold no line end, so the two parts cannot be confused.
-/// `key` lends its room.
+/// A longer name would take much memory beside each of its numbers; its hash stands for it then.
+constexpr std::size_t longestName = 256;
+
+/// The name as it counts. It is empty or does not begin with a line end, which marks a hash.
+void putNameKey(const PackedContact& contact, AddressBook& names, std::string& key) {
+    key.clear();
+    appendLowerCased(withoutWhitespaceAround(comparisonName(contact, names)), key);
+    if (key.size() > longestName) key = '\n' + sha256Hex(key);
+}
+
+/// Calls `take` with the digits of each phone number that has some, behind the contact's name, until it gives
+/// true. Equal names and an equal number are thus one equal key: digits hold no line end, so the two parts
+/// cannot be confused. `key` lends its room.
 template <class Function>
 void forEachKey(const PackedContact& contact, AddressBook& names, std::string& key, Function take) {
     if (contact.phoneNumbers().empty()) return;
-    key.clear();
-    appendLowerCased(withoutWhitespaceAround(comparisonName(contact, names)), key);
+    putNameKey(contact, names, key);
     if (key.empty()) return;
     key += '\n';
     const auto nameLength = key.size();
@@ -66,6 +76,12 @@ class DuplicateIndex::Keys {
         if (keys_.size() == std::numeric_limits<Number>::max()) throw std::bad_alloc();
         auto* const place = static_cast<char*>(memory_.allocate(text.size(), 1));
         keys_.emplace_back(std::string_view(place, text.copy(place, text.size())));
+    }
+    /// All at once and as late as can be: the processor then waits for the memory of several keys together.
+    void indexAll() {
+        if (indexed_ == keys_.size()) return;
+        numbers_.reserve(keys_.size());
+        for (; indexed_ < keys_.size(); ++indexed_) numbers_.insert(static_cast<Number>(indexed_));
     }
     bool contains(std::string_view text) {
         indexAll();
@@ -100,13 +116,6 @@ class DuplicateIndex::Keys {
         const std::vector<Key>* keys;
     };
 
-    /// All at once and as late as can be: the processor then waits for the memory of several keys together.
-    void indexAll() {
-        if (indexed_ == keys_.size()) return;
-        numbers_.reserve(keys_.size());
-        for (; indexed_ < keys_.size(); ++indexed_) numbers_.insert(static_cast<Number>(indexed_));
-    }
-
     // The bytes of the keys, one behind the other.
     std::pmr::monotonic_buffer_resource memory_{64 * 1024};
     std::vector<Key> keys_;
@@ -123,6 +132,10 @@ void DuplicateIndex::add(const PackedContact& contact) {
         keys_->add(key);
         return false;
     });
+}
+
+void DuplicateIndex::prepare() {
+    keys_->indexAll();
 }
 
 bool DuplicateIndex::knows(const PackedContact& contact) {

@@ -16,6 +16,10 @@ class DuplicateIndex {
 
     void add(const PackedContact& contact);
 
+    /// Does the work now that the first `knows` would do, so that all memory is there before the address book
+    /// is asked: what it calls must not fail.
+    void prepare();
+
     /// Whether a contact of the same name and with one of the same phone numbers was added.
     bool knows(const PackedContact& contact);
 

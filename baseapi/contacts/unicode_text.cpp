@@ -164,7 +164,10 @@ void appendDecimalDigits(std::string_view text, std::string& digits) {
             ++at;
         } else {
             std::size_t length = 0;
-            if (u_isdigit(nextLetter({at, end}, length))) kept = std::copy(at, at + length, kept);
+            if (u_isdigit(nextLetter({at, end}, length))) {
+                std::memmove(kept, at, length);
+                kept += length;
+            }
             at += length;
         }
     }

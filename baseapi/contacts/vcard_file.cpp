@@ -29,7 +29,7 @@ void parseVCardFile(const std::filesystem::path& path, const FoundContact& found
                      '\0');
     std::size_t kept = 0;
     for (bool more = true; more;) {
-        // A card that is longer than the room doubles it.
+        // A card that is longer than half of the room doubles it.
         if (kept > room.size() / 2) room.resize(2 * room.size());
         const auto count = file.read(room.data() + kept, room.size() - kept);
         more = count > 0;

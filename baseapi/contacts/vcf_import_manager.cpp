@@ -30,6 +30,7 @@ bool parseVCFFile(const std::filesystem::path& path, Imported& imported) try {
         imported.index.add(*contact);
         imported.contacts.push_back(std::move(contact));
     });
+    imported.index.prepare();
     return true;
 } catch (const std::exception& error) {
     logLine("parseVCFFile error: ", std::string_view(error.what()));

@@ -12,6 +12,10 @@ namespace baseapi::inline v1 {
 /// with the last of them. For one thread at a time.
 class ContactPacker {
   public:
+    ContactPacker() = default;
+    ContactPacker(const ContactPacker&) = delete;
+    ContactPacker& operator=(const ContactPacker&) = delete;
+
     /// The same as `shareContact`.
     SharedContact share(const ContactTexts& texts);
 

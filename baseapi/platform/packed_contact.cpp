@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace baseapi::inline v1 {
@@ -27,6 +28,9 @@ void forEachText(const ContactTexts& texts, Function take) {
 }
 
 }  // namespace
+
+static_assert(std::is_trivially_destructible_v<PackedContact>);
+static_assert(sizeof(PackedContact) % sizeof(std::uint32_t) == 0);
 
 std::size_t PackedContact::wordsOf(const ContactTexts& texts) {
     std::uint64_t bytes = 0;

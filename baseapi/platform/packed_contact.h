@@ -82,14 +82,15 @@ class PackedContact {
     friend SharedContact shareContact(const ContactTexts&);
     friend class ContactPacker;
 
-    // Behind this follow where each text begins and where the last one ends, in bytes, then the texts: the
-    // names, then label and value of each entry.
+    // Behind this follow, in memory of words, where each text begins and where the last one ends, in bytes,
+    // then the texts: the names, then label and value of each entry. Nobody calls a destructor.
     static constexpr std::uint32_t nameCount = 8;
     /// Marks the beginning of a label that is absent.
     static constexpr std::uint32_t absent = 1U << 31;
 
     PackedContact(std::uint32_t phones, std::uint32_t emails) : phones_(phones), emails_(emails) {}
     static std::size_t wordsOf(const ContactTexts& texts);
+    /// Takes as many words as `wordsOf` says.
     static const PackedContact* pack(const ContactTexts& texts, std::uint32_t* words);
 
     std::uint32_t textCount() const { return nameCount + 2 * (phones_ + emails_); }

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "baseapi/contacts/vcf_import_manager.h"
 #include "tests/contacts/address_book_fixture.h"
@@ -10,6 +11,13 @@ using baseapi::AddressBookContact;
 using baseapi::PackedContact;
 using baseapi::SharedContact;
 using baseapi::VCFImportManager;
+
+/// In MiB.
+long peakOfMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
 
 class DuplicateContactsTest : public AddressBookTest {
   protected:
@@ -59,6 +67,24 @@ TEST_F(DuplicateContactsTest, ANameAndANumberThatOnlyTogetherLookAlikeAreNone) {
 TEST_F(DuplicateContactsTest, TheNumbersOfEqualNamesInTheFileCountTogether) {
     const Contacts cloud{shared(person("a", "", {"1"})), shared(person("A", "", {"2"}))};
     EXPECT_EQ(duplicates({shared(person("a", "", {"2"}))}, cloud).size(), 1u);
+}
+
+TEST_F(DuplicateContactsTest, ALongNameTakesNoMemoryForEachOfItsNumbers) {
+    std::vector<std::string> numbers;
+    for (int number = 0; number < 5'000; ++number) numbers.push_back(std::to_string(number));
+    const auto contact = shared(person(std::string(100'000, 'x'), "", numbers));
+    const auto before = peakOfMemory();
+    EXPECT_EQ(duplicates({contact}, {contact}).size(), 1u);
+    EXPECT_LT(peakOfMemory() - before, 100) << "a name for each number takes 500 MB";
+}
+
+TEST_F(DuplicateContactsTest, LongNamesCountWhole) {
+    for (const std::size_t length : {255, 256, 257, 5'000}) {
+        const std::string name(length - 1, 'x');
+        EXPECT_TRUE(areDuplicates(person(name + 'Y', "", {"1"}), person(name + 'y', "", {"1"}))) << length;
+        EXPECT_FALSE(areDuplicates(person(name + 'y', "", {"1"}), person(name + 'z', "", {"1"}))) << length;
+        EXPECT_FALSE(areDuplicates(person(name, "", {"1"}), person(name, "", {"2"}))) << length;
+    }
 }
 
 TEST_F(DuplicateContactsTest, TheResultHasTheLocalContactsThemselvesInTheirOrder) {

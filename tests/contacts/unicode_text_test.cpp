@@ -61,6 +61,10 @@ TEST(UnicodeTextTest, ACaseMayChangeTheLength) {
 TEST(UnicodeTextTest, BlanksAroundAreBlanksOfAnyWidthAndTabs) {
     EXPECT_EQ(withoutBlanksAround(" \t a b\t "), "a b");
     EXPECT_EQ(withoutBlanksAround("\u00A0\u3000李 雷\u2003\u202F"), "李 雷");
+    EXPECT_EQ(withoutBlanksAround("\u3000李雷\u3000"), "李雷");
+    EXPECT_EQ(withoutBlanksAround("a\u3000"), "a");
+    EXPECT_EQ(withoutBlanksAround("\u3000a"), "a");
+    EXPECT_EQ(withoutBlanksAround("李\u3000"), "李");
     EXPECT_EQ(withoutBlanksAround("\ra\n"), "\ra\n");
     EXPECT_EQ(withoutBlanksAround(" \t"), "");
     EXPECT_EQ(withoutBlanksAround(""), "");
@@ -93,6 +97,8 @@ TEST(UnicodeTextTest, ALineEndsAtSevenLetters) {
 
 TEST(UnicodeTextTest, BytesThatAreNoLettersDoNoHarm) {
     EXPECT_EQ(withoutBlanksAround("\xff a \xe2\x80"), "\xff a \xe2\x80");
+    EXPECT_EQ(withoutBlanksAround("a\xE6  "), "a\xE6");
+    EXPECT_EQ(withoutBlanksAround("a\xE6\xC2\xA0"), "a\xE6");
     EXPECT_EQ(digits("1\xff"
                      "2\xc3"),
               "12");

@@ -163,6 +163,9 @@ TEST(VCardParserTest, APhonesLabelIsThatOfTheFirstKindOfTheTable) {
 TEST(VCardParserTest, TheWholeLineIsSearchedForTheKind) {
     EXPECT_EQ(contactOf("FN:x\nTEL;X:TYPE=HOME:1").phoneNumbers.at(0).label, baseapi::CNLabelHome);
     EXPECT_EQ(contactOf("FN:x\nTEL;X-TYPE=HOME:1").phoneNumbers.at(0).label, baseapi::CNLabelHome);
+    EXPECT_EQ(contactOf("FN:x\nTEL;A=B;TYPE=HOME;C=D:1").phoneNumbers.at(0).label, baseapi::CNLabelHome);
+    EXPECT_THAT(contactOf("FN:x\nTEL;X:TYPE=").phoneNumbers,
+                ElementsAre(phone(baseapi::CNLabelPhoneNumberMain, "TYPE=")));
 }
 
 TEST(VCardParserTest, ANumberIsWhatStandsBehindTheLastColon) {

@@ -61,6 +61,13 @@ TEST(PackedContactTest, WhatItDoesNotHaveIsEmpty) {
     EXPECT_EQ(editableContact(*baseapi::shareContact(ContactTexts{})), AddressBookContact{});
 }
 
+TEST(PackedContactTest, MayHaveEmailsAlone) {
+    const std::array<LabeledText, 1> emails{{{std::nullopt, "a@example.org"}}};
+    const auto contact = baseapi::shareContact(ContactTexts{.emailAddresses = emails});
+    EXPECT_THAT(contact->phoneNumbers(), IsEmpty());
+    EXPECT_THAT(contact->emailAddresses(), ElementsAre(emails[0]));
+}
+
 TEST(PackedContactTest, ACopyToBeChangedHasAllOfIt) {
     EXPECT_EQ(editableContact(*shareContact(fullContact())), fullContact());
 }

@@ -42,10 +42,11 @@ class AddressBookDouble : public baseapi::AddressBook {
     std::optional<baseapi::AddressBookError> enumerateContacts(
         std::span<const baseapi::ContactKey> keys,
         const std::function<void(baseapi::SharedContact)>& visit) noexcept override {
-        const auto visited = noteAndGet(keys);
+        auto visited = noteAndGet(keys);
         auto count = visited->size();
         if (plan.enumerationError) count = std::min(plan.visitedBeforeError, count);
         for (const auto& kept : std::span(*visited).first(count)) visit(withKeys(kept.contact, keys));
+        giveBack(visited);
         if (plan.enumerationError) return baseapi::AddressBookError{*plan.enumerationError};
         if (plan.status != AuthorizationStatus::authorized)
             return baseapi::AddressBookError{"not authorised"};
@@ -64,7 +65,6 @@ class AddressBookDouble : public baseapi::AddressBook {
             if (auto why = plan.refusal(request)) return baseapi::AddressBookError{*std::move(why)};
         if (!erase(request.deleted)) return baseapi::AddressBookError{"no such contact"};
         auto& contacts = own();
-        contacts.reserve(contacts.size() + request.added.size());
         for (const auto& contact : request.added) contacts.push_back({contact, ++lastNumber_});
         return std::nullopt;
     }
@@ -138,6 +138,12 @@ class AddressBookDouble : public baseapi::AddressBook {
         return contacts_;
     }
 
+    /// With the lock, so that who changes the list then comes after all who have read it.
+    void giveBack(std::shared_ptr<const std::vector<Kept>>& visited) {
+        std::lock_guard lock(mutex_);
+        visited.reset();
+    }
+
     /// The contacts to be changed; those that an enumeration visits are another list.
     std::vector<Kept>& own() {
         if (contacts_.use_count() > 1) contacts_ = std::make_shared<std::vector<Kept>>(*contacts_);
@@ -185,6 +191,7 @@ class AddressBookDouble : public baseapi::AddressBook {
 
     /// All of them or, where one is not there, none.
     bool erase(std::span<const baseapi::SharedContact> deleted) {
+        if (deleted.empty()) return true;
         std::vector<std::size_t> numbers;
         numbers.reserve(deleted.size());
         for (const auto& contact : deleted) numbers.push_back(numberOf(*contact));

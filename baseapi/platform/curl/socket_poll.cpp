@@ -12,9 +12,10 @@ namespace {
 
 constexpr std::uint32_t kFailed = EPOLLERR | EPOLLHUP;
 
-int opened(int descriptor) {
-    if (descriptor < 0) throw std::system_error(errno, std::generic_category(), "cannot wait for sockets");
-    return descriptor;
+/// What a system call gave.
+int orThrow(int result) {
+    if (result < 0) throw std::system_error(errno, std::generic_category(), "cannot wait for sockets");
+    return result;
 }
 
 /// A failed socket is ready for everything: libcurl meets the error where it goes on.
@@ -34,16 +35,17 @@ std::uint32_t eventsOf(int what) {
 
 }  // namespace
 
-SocketPoll::SocketPoll() : epoll_(opened(::epoll_create1(EPOLL_CLOEXEC))) {
-    wakeUp_ = opened(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    // Edge-triggered, so that nobody has to read what was written.
-    epoll_event event{.events = EPOLLIN | EPOLLET, .data = {.fd = wakeUp_}};
-    opened(::epoll_ctl(epoll_, EPOLL_CTL_ADD, wakeUp_, &event));
+SocketPoll::Descriptor::Descriptor(int descriptor) : descriptor_(orThrow(descriptor)) {}
+
+SocketPoll::Descriptor::~Descriptor() {
+    ::close(descriptor_);
 }
 
-SocketPoll::~SocketPoll() {
-    ::close(wakeUp_);
-    ::close(epoll_);
+SocketPoll::SocketPoll()
+    : epoll_(::epoll_create1(EPOLL_CLOEXEC)), wakeUp_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    // Edge-triggered, so that nobody has to read what was written.
+    epoll_event event{.events = EPOLLIN | EPOLLET, .data = {.fd = wakeUp_}};
+    orThrow(::epoll_ctl(epoll_, EPOLL_CTL_ADD, wakeUp_, &event));
 }
 
 void SocketPoll::serve(CURLM* multi) {
@@ -67,14 +69,12 @@ std::span<const SocketPoll::Ready> SocketPoll::wait(std::chrono::milliseconds lo
     return std::span(ready_).first(ready);
 }
 
-bool SocketPoll::isWaitedFor(curl_socket_t socket) {
-    if (waitedFor_.contains(socket)) return true;
+void SocketPoll::forget(curl_socket_t socket) {
     ::epoll_ctl(epoll_, EPOLL_CTL_DEL, socket, nullptr);
-    return false;
 }
 
 /// libcurl says that it waits no more also of a socket that it has closed, when the number may be that of
-/// somebody else's file: so nothing is done then, but when the socket turns out to be ready. What cannot be
+/// somebody else's file: so it is forgotten when it turns out to be ready, not before. What cannot be
 /// watched does not move, and ends by its time-out.
 int SocketPoll::onSocket(CURL*, curl_socket_t socket, int what, void* poll, void*) {
     auto& self = *static_cast<SocketPoll*>(poll);

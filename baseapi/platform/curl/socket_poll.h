@@ -21,7 +21,6 @@ class SocketPoll {
     };
 
     SocketPoll();
-    ~SocketPoll();
     SocketPoll(const SocketPoll&) = delete;
     SocketPoll& operator=(const SocketPoll&) = delete;
 
@@ -34,15 +33,31 @@ class SocketPoll {
     /// The sockets that are ready, until the next wait; none where it was woken or the time is over.
     std::span<const Ready> wait(std::chrono::milliseconds longest);
 
-    /// Whether libcurl still waits for a socket that is ready; otherwise it is not reported again.
-    bool isWaitedFor(curl_socket_t socket);
+    /// Whether libcurl still waits for a socket that is ready.
+    bool isWaitedFor(curl_socket_t socket) const { return waitedFor_.contains(socket); }
+    /// Reports the socket no more, until libcurl waits for it again.
+    void forget(curl_socket_t socket);
 
   private:
+    /// Closed with its owner.
+    class Descriptor {
+      public:
+        /// Takes what a system call gave, and throws its error.
+        explicit Descriptor(int descriptor);
+        ~Descriptor();
+        Descriptor(const Descriptor&) = delete;
+        Descriptor& operator=(const Descriptor&) = delete;
+        operator int() const { return descriptor_; }  // NOLINT(google-explicit-constructor)
+
+      private:
+        const int descriptor_;
+    };
+
     static int onSocket(CURL* easy, curl_socket_t socket, int what, void* poll, void*);
 
     std::unordered_set<curl_socket_t> waitedFor_;
-    int epoll_ = -1;
-    int wakeUp_ = -1;
+    const Descriptor epoll_;
+    const Descriptor wakeUp_;
     std::array<epoll_event, 64> events_{};
     std::array<Ready, 64> ready_{};
 };

@@ -150,8 +150,13 @@ void TransferLoop::obeyCommands(std::unique_lock<std::mutex>& lock) {
 /// Lets libcurl go on with these sockets, and with what its time has come for.
 void TransferLoop::move(std::span<const SocketPoll::Ready> sockets) {
     int running = 0;
-    for (const auto& [socket, actions] : sockets)
-        if (poll_.isWaitedFor(socket)) curl_multi_socket_action(multi_.get(), socket, actions, &running);
+    for (const auto& [socket, actions] : sockets) {
+        if (poll_.isWaitedFor(socket)) {
+            curl_multi_socket_action(multi_.get(), socket, actions, &running);
+        } else {
+            poll_.forget(socket);
+        }
+    }
     if (timer_ <= Clock::now()) {
         timer_ = Clock::time_point::max();
         curl_multi_socket_action(multi_.get(), CURL_SOCKET_TIMEOUT, 0, &running);
