@@ -27,8 +27,7 @@ class FileBackup::Run {
         result.visit(
             [&](const BackupResult::onProgress& it) {
                 monitor_.change([&] { reported_ = true; });
-                output_.event(
-                    JsonLine("onProgress").add("succCount", it.succCount).add("failCount", it.failCount));
+                tell(it);
             },
             [&](const BackupResult::onComplete& it) {
                 tell(it, name);
@@ -41,7 +40,16 @@ class FileBackup::Run {
     const std::optional<BackupResult::onComplete>& end() const { return end_; }
 
   private:
-    void tell(const BackupResult::onComplete& end, const std::string& name) const {
+    /// Each file's thread tells where the run stands, so that what one has seen may come after the end.
+    void tell(const BackupResult::onProgress& now) {
+        std::lock_guard lock(telling_);
+        if (toldEnd_) return;
+        output_.event(JsonLine("onProgress").add("succCount", now.succCount).add("failCount", now.failCount));
+    }
+
+    void tell(const BackupResult::onComplete& end, const std::string& name) {
+        std::lock_guard lock(telling_);
+        toldEnd_ = true;
         JsonLine event("onComplete");
         event.add("succCount", end.succCount).add("failCount", end.failCount);
         event.add("code", end.code).add("msg", end.msg);
@@ -55,6 +63,8 @@ class FileBackup::Run {
     Output& output_;
     bool reported_ = false;
     std::optional<BackupResult::onComplete> end_;
+    std::mutex telling_;
+    bool toldEnd_ = false;
 };
 
 FileBackup::FileBackup(Kind kind, BackupSlicer::Identify identify)
