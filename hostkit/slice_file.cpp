@@ -57,7 +57,8 @@ class File {
             ::close(descriptor_);
             throw;
         }
-        ::posix_fadvise(descriptor_, 0, 0, POSIX_FADV_SEQUENTIAL);
+        if (first_.st_size > static_cast<std::int64_t>(chunkSize))
+            ::posix_fadvise(descriptor_, 0, 0, POSIX_FADV_SEQUENTIAL);
     }
     File(const File&) = delete;
     File& operator=(const File&) = delete;
@@ -65,7 +66,7 @@ class File {
 
     std::int64_t size() const { return first_.st_size; }
 
-    /// Fills `buffer` as far as the file goes.
+    /// Fills `buffer` as far as the file goes; what is not filled is behind its end.
     std::size_t read(char* buffer, std::size_t length) const {
         std::size_t filled = 0;
         while (filled < length) {
@@ -168,7 +169,9 @@ SliceFile::Result SliceFile::slice(const std::filesystem::path& path) const try 
     const File file(path);
     Slicing slicing(file.size());
     const auto buffer = std::make_unique_for_overwrite<char[]>(chunkSize);
-    while (const auto length = file.read(buffer.get(), chunkSize)) {
+    for (auto length = chunkSize; length == chunkSize;) {
+        length = file.read(buffer.get(), chunkSize);
+        if (length == 0) break;
         if (stopped_) return Refusal{stoppedText};
         if (slicing.done() + static_cast<std::int64_t>(length) > file.size()) return Refusal{changed};
         slicing.add(buffer.get(), length);

@@ -24,14 +24,21 @@ std::int64_t LocalFile::seekToEnd() {
     return position;
 }
 
-void LocalFile::seek(std::int64_t offset) {
-    if (::lseek(descriptor_, offset, SEEK_SET) < 0) fail();
+std::size_t LocalFile::read(char* bytes, std::size_t size) {
+    return readAll(size, [&](std::size_t done) { return ::read(descriptor_, bytes + done, size - done); });
 }
 
-std::size_t LocalFile::read(char* bytes, std::size_t size) {
+std::size_t LocalFile::readAt(std::int64_t offset, char* bytes, std::size_t size) const {
+    return readAll(size, [&](std::size_t done) {
+        return ::pread(descriptor_, bytes + done, size - done, offset + static_cast<std::int64_t>(done));
+    });
+}
+
+template <class ReadSome>
+std::size_t LocalFile::readAll(std::size_t size, ReadSome readSome) const {
     std::size_t done = 0;
     while (done < size) {
-        const auto count = ::read(descriptor_, bytes + done, size - done);
+        const auto count = readSome(done);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) fail();
         if (count == 0) break;

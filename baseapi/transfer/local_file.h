@@ -14,13 +14,16 @@ class LocalFile {
     LocalFile(const LocalFile&) = delete;
     LocalFile& operator=(const LocalFile&) = delete;
 
-    /// Moves to the end and gives its position.
+    /// Where the file ends, also of what is no regular file. Reading goes on there.
     std::int64_t seekToEnd();
-    void seek(std::int64_t offset);
     /// Reads up to `size` bytes; fewer only at the end of the file.
     std::size_t read(char* bytes, std::size_t size);
+    /// The same from this place, wherever reading would go on.
+    std::size_t readAt(std::int64_t offset, char* bytes, std::size_t size) const;
 
   private:
+    template <class ReadSome>
+    std::size_t readAll(std::size_t size, ReadSome readSome) const;
     [[noreturn]] void fail() const;
 
     std::filesystem::path path_;

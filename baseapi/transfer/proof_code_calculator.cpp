@@ -40,8 +40,7 @@ std::string proofCode(std::string_view token, const URL& url) {
     std::array<char, proofLength> bytes;
     const auto wanted = static_cast<std::size_t>(std::min(proofLength, size - offset));
     if (wanted == 0) return sha256Hex({});
-    file.seek(offset);
-    return sha256Hex({bytes.data(), file.read(bytes.data(), wanted)});
+    return sha256Hex({bytes.data(), file.readAt(offset, bytes.data(), wanted)});
 }
 
 }  // namespace

@@ -51,11 +51,10 @@ ByteBuffer UploadTask::readPart() const {
     LocalFile source = openAssumed(*file);
     // A part is never longer than what is left of the file, whatever the service says.
     const auto size = std::max<std::int64_t>(source.seekToEnd() - offset, 0);
-    source.seek(offset);
     ByteBuffer bytes;
     bytes.size = memorySize(static_cast<std::uint64_t>(std::clamp<std::int64_t>(length, 0, size)));
     bytes.data = std::make_unique_for_overwrite<char[]>(bytes.size);
-    bytes.size = source.read(bytes.data.get(), bytes.size);
+    bytes.size = source.readAt(offset, bytes.data.get(), bytes.size);
     return bytes;
 }
 
