@@ -39,8 +39,12 @@ std::vector<fs::path> cardNames(const fs::path& folder) {
     return names;
 }
 
-std::variant<AddressBookContact, BrokenCard> readCard(const fs::path& file) try {
-    return readVCard(baseapi::TextFile(file).text());
+std::variant<SharedContact, BrokenCard> readCard(const fs::path& file) try {
+    auto card = readVCard(baseapi::TextFile(file).text());
+    if (auto* broken = std::get_if<BrokenCard>(&card)) return std::move(*broken);
+    auto& contact = std::get<AddressBookContact>(card);
+    contact.identifier = file.filename();
+    return shareContact(contact);
 } catch (const std::exception& error) {
     return BrokenCard{error.what()};
 }
@@ -99,9 +103,8 @@ std::optional<AddressBookError> VcfAddressBook::enumerateContacts(
     std::span<const baseapi::ContactKey>, const std::function<void(SharedContact)>& visit) noexcept try {
     for (const auto& name : cardNames(folder_)) {
         auto card = readCard(folder_ / name);
-        if (auto* contact = std::get_if<AddressBookContact>(&card)) {
-            contact->identifier = name;
-            visit(shareContact(*contact));
+        if (auto* contact = std::get_if<SharedContact>(&card)) {
+            visit(std::move(*contact));
         } else if (warning_) {
             warning_(folder_ / name, std::get<BrokenCard>(card).why);
         }

@@ -39,7 +39,7 @@ std::string comparisonName(const PackedContact& contact, AddressBook& names) {
 /// A longer name would take much memory beside each of its numbers; its hash stands for it then.
 constexpr std::size_t longestName = 256;
 
-/// The name as it counts. It is empty or does not begin with a line end, which marks a hash.
+/// The name as it counts; no name begins with a line end, so that one marks a hash.
 void putNameKey(const PackedContact& contact, AddressBook& names, std::string& key) {
     key.clear();
     appendLowerCased(withoutWhitespaceAround(comparisonName(contact, names)), key);

@@ -19,7 +19,7 @@ AddressBook& store() {
     return *platform().addressBook;
 }
 
-/// What a file brings. A contact is indexed as it is read, while it is in the processor's cache.
+/// What a file brings. A contact's keys are made as it is read, while it is in the processor's cache.
 struct Imported {
     std::vector<SharedContact> contacts;
     DuplicateIndex index{store()};
