@@ -1,5 +1,7 @@
 #include "baseapi/net/url_check.h"
 
+#include <algorithm>
+#include <array>
 #include <boost/url/encode.hpp>
 #include <boost/url/parse.hpp>
 #include <boost/url/rfc/unreserved_chars.hpp>
@@ -12,8 +14,29 @@ std::string escaped(std::string_view text) {
     return boost::urls::encode(text, boost::urls::unreserved_chars);
 }
 
-/// A longer address is not worth a thread's memory.
-constexpr std::size_t longestKnown = 1024;
+/// The last addresses that a thread has seen to be URLs, the newest first: each upload creates and completes
+/// its file at the same two, whatever the addresses of the parts in between.
+class KnownURLs {
+  public:
+    bool has(std::string_view text) {
+        const auto found = std::ranges::find(known_, text);
+        if (text.empty() || found == known_.end()) return false;
+        std::rotate(known_.begin(), found, found + 1);
+        return true;
+    }
+
+    void add(std::string_view text) {
+        if (text.size() > longest) return;
+        std::rotate(known_.begin(), known_.end() - 1, known_.end());
+        known_.front() = text;
+    }
+
+  private:
+    /// A longer address is not worth a thread's memory.
+    static constexpr std::size_t longest = 1024;
+
+    std::array<std::string, 4> known_;
+};
 
 bool parsesAsURL(std::string_view text) {
     const auto url = boost::urls::parse_uri_reference(text);
@@ -26,11 +49,10 @@ bool parsesAsURL(std::string_view text) {
 }  // namespace
 
 bool isURL(std::string_view text) {
-    // Most calls go to the address of the call before.
-    thread_local std::string known;
-    if (text == known && !text.empty()) return true;
+    thread_local KnownURLs known;
+    if (known.has(text)) return true;
     if (!parsesAsURL(text)) return false;
-    if (text.size() <= longestKnown) known = text;
+    known.add(text);
     return true;
 }
 

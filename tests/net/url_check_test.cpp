@@ -61,6 +61,19 @@ TEST(UrlCheck, RefusesBrokenHosts) {
     }
 }
 
+TEST(UrlCheck, SaysTheSameOfAnAddressHoweverOftenAndInTurnWithOthers) {
+    for (int round = 0; round < 3; ++round) {
+        for (char number = '0'; number < '6'; ++number) {
+            const auto good = host + "/" + number;
+            EXPECT_TRUE(isURL(good)) << good;
+            EXPECT_FALSE(isURL(good + " ")) << good;
+            EXPECT_TRUE(isURL(good + "?" + std::string(2000, 'a'))) << good;
+            EXPECT_FALSE(isURL(good + "?" + std::string(2000, '"'))) << good;
+            EXPECT_TRUE(isURL("")) << good;
+        }
+    }
+}
+
 TEST(QueryItems, TakeThePlaceOfTheQuery) {
     EXPECT_EQ(withQueryItems(host + "/a?old=1", {{"b", "2"}, {"c", "3"}}), host + "/a?b=2&c=3");
 }
