@@ -38,6 +38,9 @@ class EasyHandle {
         url_ = url;
     }
 
+    /// That of the last use; empty before the first.
+    const std::string& url() const { return url_; }
+
     template <class Value>
     Value info(CURLINFO which) const {
         Value value{};

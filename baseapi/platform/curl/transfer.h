@@ -40,6 +40,7 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     void cancel() final;
 
     Kind kind() const { return kind_; }
+    const std::string& url() const { return url_; }
     /// Scheme, host and port as the URL spells them; empty where there are none.
     std::string_view origin() const { return origin_; }
     std::chrono::milliseconds idleTimeout() const { return idleTimeout_; }
@@ -67,7 +68,6 @@ class Transfer : public HttpTask, public std::enable_shared_from_this<Transfer> 
     Transfer(std::shared_ptr<TransferLoop> loop, Kind kind, std::string url,
              std::chrono::milliseconds idleTimeout, HttpTransport::Progress progress);
 
-    const std::string& url() const { return url_; }
     /// The handle, while there is one.
     EasyHandle* easy() const { return easy_; }
     /// The answer's status, once its head is there; 0 before.

@@ -20,6 +20,9 @@ constexpr int kLooksPerTimeout = 20;
 
 constexpr std::chrono::milliseconds kLongestSleep{60'000};
 
+/// Of the calls, as long as there are no more at once.
+constexpr std::size_t kHandlesForCalls = 4;
+
 TransportError cancelledError() {
     return {TransportError::Kind::cancelled, "Cancelled"};
 }
@@ -157,12 +160,13 @@ void TransferLoop::move(std::span<const SocketPoll::Ready> sockets) {
             poll_.forget(socket);
         }
     }
-    if (timer_ <= Clock::now()) {
+    const auto now = Clock::now();
+    if (timer_ <= now) {
         timer_ = Clock::time_point::max();
         curl_multi_socket_action(multi_.get(), CURL_SOCKET_TIMEOUT, 0, &running);
     }
     takeResults();
-    lookForStalled();
+    if (nextLook_ <= now) lookForStalled(now);
 }
 
 void TransferLoop::obey(Command command) {
@@ -274,9 +278,7 @@ void TransferLoop::release(Active active) {
     startWaiting(*active.origin);
 }
 
-void TransferLoop::lookForStalled() {
-    const auto now = Clock::now();
-    if (now < nextLook_) return;
+void TransferLoop::lookForStalled(Clock::time_point now) {
     nextLook_ = Clock::time_point::max();
     std::vector<std::shared_ptr<Transfer>> stalled;
     for (auto& active : active_) {
@@ -296,13 +298,21 @@ void TransferLoop::lookForStalled() {
     }
 }
 
+/// A spare handle that knows the URL, if there is one: taking a URL apart costs as much as all else that a
+/// handle is told. Calls have few addresses, so some of their handles are kept for that; every part and every
+/// download has its own.
 std::unique_ptr<EasyHandle> TransferLoop::takeHandle(const Transfer& transfer) {
     auto& spare = spareHandles_[static_cast<std::size_t>(transfer.kind())];
-    if (!spare.empty()) {
-        auto handle = std::move(spare.back());
-        spare.pop_back();
-        return handle;
-    }
+    const auto enough = transfer.kind() == Transfer::Kind::data ? kHandlesForCalls : 1;
+    auto found = std::ranges::find(spare, transfer.url(), &EasyHandle::url);
+    if (found == spare.end() && spare.size() < enough) return newHandle(transfer);
+    if (found == spare.end()) found = spare.begin();
+    auto handle = std::move(*found);
+    spare.erase(found);
+    return handle;
+}
+
+std::unique_ptr<EasyHandle> TransferLoop::newHandle(const Transfer& transfer) {
     auto handle = std::make_unique<EasyHandle>();
     transfer.setUpHandle(*handle);
     sockets_.watch(*handle);

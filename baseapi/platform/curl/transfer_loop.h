@@ -94,8 +94,9 @@ class TransferLoop {
     void takeResults();
     Active remove(Transfer& transfer);
     void release(Active active);
-    void lookForStalled();
+    void lookForStalled(Clock::time_point now);
     std::unique_ptr<EasyHandle> takeHandle(const Transfer& transfer);
+    std::unique_ptr<EasyHandle> newHandle(const Transfer& transfer);
 
     const std::shared_ptr<Executor> delegateQueue_;
     const std::filesystem::path caBundle_;
