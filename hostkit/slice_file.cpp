@@ -168,9 +168,11 @@ SliceFile::Result SliceFile::slice(const std::filesystem::path& path) const try 
     if (stopped_) return Refusal{stoppedText};
     const File file(path);
     Slicing slicing(file.size());
-    const auto buffer = std::make_unique_for_overwrite<char[]>(chunkSize);
-    for (auto length = chunkSize; length == chunkSize;) {
-        length = file.read(buffer.get(), chunkSize);
+    // One byte more than the file has, so that a small one is read once to its end.
+    const auto atOnce = static_cast<std::size_t>(std::min<std::int64_t>(chunkSize, file.size() + 1));
+    const auto buffer = std::make_unique_for_overwrite<char[]>(atOnce);
+    for (auto length = atOnce; length == atOnce;) {
+        length = file.read(buffer.get(), atOnce);
         if (length == 0) break;
         if (stopped_) return Refusal{stoppedText};
         if (slicing.done() + static_cast<std::int64_t>(length) > file.size()) return Refusal{changed};

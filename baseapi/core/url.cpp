@@ -71,14 +71,15 @@ std::filesystem::path URL::path() const {
 }
 
 std::string URL::lastPathComponent() const {
-    std::string path = text_;
+    std::string decoded;
+    std::string_view path = text_;
     if (!isFile_) {
-        const auto colon = text_.find(':');
-        path = percentDecoded(
-            pathOf(std::string_view(text_).substr(colon == std::string::npos ? 0 : colon + 1)));
+        const auto colon = path.find(':');
+        decoded = percentDecoded(pathOf(path.substr(colon == path.npos ? 0 : colon + 1)));
+        path = decoded;
     }
-    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
-    return path.size() > 1 ? path.substr(path.rfind('/') + 1) : path;
+    while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);
+    return std::string(path.size() > 1 ? path.substr(path.rfind('/') + 1) : path);
 }
 
 std::string URL::pathExtension() const {

@@ -6,13 +6,16 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 namespace baseapi::inline v1 {
 
-LocalFile::LocalFile(const std::filesystem::path& path)
-    : path_(path), descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+LocalFile::LocalFile(std::string path)
+    : path_(std::move(path)), descriptor_(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
     if (descriptor_ < 0) fail();
 }
+
+LocalFile::LocalFile(const URL& file) : LocalFile(file.isFileURL() ? file.text() : std::string()) {}
 
 LocalFile::~LocalFile() {
     ::close(descriptor_);
@@ -48,7 +51,7 @@ std::size_t LocalFile::readAll(std::size_t size, ReadSome readSome) const {
 }
 
 void LocalFile::fail() const {
-    throw std::system_error(errno, std::generic_category(), path_.string());
+    throw std::system_error(errno, std::generic_category(), path_);
 }
 
 }  // namespace baseapi::inline v1

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
+#include <string>
+
+#include "baseapi/core/url.h"
 
 namespace baseapi::inline v1 {
 
@@ -9,7 +11,9 @@ namespace baseapi::inline v1 {
 class LocalFile {
   public:
     /// Never waits for the other end of a pipe.
-    explicit LocalFile(const std::filesystem::path& path);
+    explicit LocalFile(std::string path);
+    /// The same; what is no file's address is not found.
+    explicit LocalFile(const URL& file);
     ~LocalFile();
     LocalFile(const LocalFile&) = delete;
     LocalFile& operator=(const LocalFile&) = delete;
@@ -26,7 +30,7 @@ class LocalFile {
     std::size_t readAll(std::size_t size, ReadSome readSome) const;
     [[noreturn]] void fail() const;
 
-    std::filesystem::path path_;
+    std::string path_;
     int descriptor_;
 };
 

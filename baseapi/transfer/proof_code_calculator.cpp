@@ -31,7 +31,7 @@ std::int64_t placeOf(std::string_view token) {
 
 std::string proofCode(std::string_view token, const URL& url) {
     std::int64_t offset = placeOf(token);
-    LocalFile file(url.path());
+    LocalFile file(url);
     const std::int64_t size = file.seekToEnd();
     if (size < offset) {
         if (size == 0) fatalStop("calcProofCode: division by zero, the file is empty");

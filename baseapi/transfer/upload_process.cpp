@@ -171,7 +171,7 @@ void UploadProcess::sendParts(const std::string& id, const std::string& hash,
 /// Looks before the parts are queued: each part opens the file for itself and assumes that it can.
 bool UploadProcess::canOpenFile() const {
     try {
-        const LocalFile looked(file->path());
+        const LocalFile looked(*file);
         return true;
     } catch (const std::system_error& error) {
         logLine("文件打开失败: ", error.what());

@@ -17,7 +17,7 @@ namespace baseapi::inline v1 {
 namespace {
 
 LocalFile openAssumed(const URL& file) try {
-    return LocalFile(file.path());
+    return LocalFile(file);
 } catch (const std::system_error& error) {
     fatalStop(error.what());
 }

@@ -206,6 +206,18 @@ TEST_F(ChangingFileTest, AFileThatGrowsGivesNothing) {
               changedText);
 }
 
+TEST_F(ChangingFileTest, ASmallFileThatGrowsGivesNothing) {
+    const auto file = write("small", "four");
+    const SliceFile slicer(
+        {{}, [&](std::int64_t, std::int64_t) { std::ofstream(file, std::ios::app) << "more"; }});
+    EXPECT_EQ(whyOf(slicer.slice(file)), changedText);
+}
+
+TEST_F(ChangingFileTest, AFileThatHoldsMoreThanItsSizeGivesNothing) {
+    ASSERT_EQ(std::filesystem::file_size("/proc/self/status"), 0u);
+    EXPECT_EQ(whyOf(SliceFile().slice("/proc/self/status")), changedText);
+}
+
 TEST_F(ChangingFileTest, AFileThatShrinksGivesNothing) {
     EXPECT_EQ(whyOf(slicedWhile([](const auto& file) { std::filesystem::resize_file(file, 2 * mebibyte); })),
               changedText);
