@@ -2,6 +2,7 @@
 
 #include <condition_variable>
 #include <deque>
+#include <exception>
 #include <mutex>
 #include <system_error>
 #include <utility>
@@ -40,7 +41,7 @@ class WorkerPool::State : public std::enable_shared_from_this<State> {
     void work();
     void run(Lock& lock, std::function<void()> job);
     bool waitForJob(Lock& lock, const std::shared_ptr<Idle>& idle);
-    void startWatching();
+    bool startWatching();
     void watch();
 
     const std::string name_;
@@ -68,7 +69,7 @@ void WorkerPool::State::post(std::function<void()> job) {
         queue_.push_back(std::move(job));
         if (busy() < limits_.kept) {
             woken = addWorker();
-        } else if (busy() < limits_.most && !watching_) {
+        } else if (busy() < limits_.most) {
             startWatching();
         }
     }
@@ -93,7 +94,8 @@ void WorkerPool::State::beginLongWork() {
     {
         const Lock lock(mutex_);
         ++atLongWork_;
-        if (!queue_.empty() && busy() < limits_.kept) woken = addWorker();
+        // What is queued already waits a moment: reading a small file is over before another thread is awake.
+        if (!queue_.empty() && !startWatching() && !idle_.empty()) woken = addWorker();
     }
     if (woken) woken->wake.notify_one();
 }
@@ -166,26 +168,30 @@ bool WorkerPool::State::waitForJob(Lock& lock, const std::shared_ptr<Idle>& idle
     return idle->woken || !queue_.empty();
 }
 
-void WorkerPool::State::startWatching() {
+/// False where no thread can be had for it; the next post tries again.
+bool WorkerPool::State::startWatching() {
+    if (watching_) return true;
     try {
         if (!watcherThere_) start(&State::watch);
         watcherThere_ = watching_ = true;
         overload_.notify_one();
-    } catch (const std::system_error&) {
-        // The next post tries again.
+    } catch (const std::exception&) {
     }
+    return watching_;
 }
 
-/// One thread that looks every now and then, as long as jobs are queued, whether they get on. Waking a worker
-/// for every job instead would cost short jobs more than it brings: they end before it is awake.
+/// One thread that looks every now and then, as long as there are jobs, whether they get on. Waking a worker
+/// for every job, or this thread for every rush of jobs, would cost short jobs more than it brings: they end
+/// before it is awake.
 void WorkerPool::State::watch() {
     Lock lock(mutex_);
     while (overload_.wait_for(lock, limits_.idleFor, [&] { return watching_ || closing_; }) && watching_) {
+        const auto takenBefore = taken_;
         const auto takenInTime = taken_ + queue_.size();
         lock.unlock();
         std::this_thread::sleep_for(limits_.patience);
         lock.lock();
-        watching_ = !queue_.empty() && busy() < limits_.most;
+        watching_ = (!queue_.empty() || taken_ > takenBefore) && busy() < limits_.most;
         if (!watching_ || taken_ >= takenInTime) continue;
         if (const auto woken = addWorker()) woken->wake.notify_one();
     }

@@ -21,7 +21,8 @@ class WorkerPool final : public Executor {
         std::size_t kept = 1;
         /// Those at long work are not counted.
         std::size_t most = 64;
-        /// How long a job waits before a thread beyond `kept` joins.
+        /// How long a job waits, once or twice, before a thread beyond `kept` joins, or one for a thread that
+        /// has begun long work.
         std::chrono::milliseconds patience{2};
         /// How long a thread beyond `kept` stays without work.
         std::chrono::milliseconds idleFor{5'000};
@@ -44,9 +45,9 @@ class WorkerPool final : public Executor {
     std::shared_ptr<State> state_;
 };
 
-/// Work that keeps a processor or a disk busy for longer than a hand-over to another thread takes. While this
-/// object lives, the pool of the calling thread lets others do what is posted. On a thread of no pool it does
-/// nothing.
+/// Work that may keep a processor or a disk busy for longer than a hand-over to another thread takes. While
+/// this object lives, the pool of the calling thread lets others do what is posted, and after a moment what
+/// was queued before. On a thread of no pool it does nothing.
 class LongWork {
   public:
     LongWork();

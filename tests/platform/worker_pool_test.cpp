@@ -127,15 +127,28 @@ TEST(WorkerPool, HasAnotherThreadAtOnceWhereOneIsAtLongWork) {
     EXPECT_LE(pool.threads(), 2u);
 }
 
-TEST(WorkerPool, HandsWhatIsQueuedToAnotherThreadWhereLongWorkBegins) {
+TEST(WorkerPool, StaysWithOneThreadWhereLongWorkEndsSoon) {
     WorkerPool pool("test", {.kept = 1, .most = 1, .patience = test_support::kPatience});
+    Event queued, ran;
+    pool.post([&] {
+        EXPECT_TRUE(queued.wait());
+        const LongWork work;
+    });
+    pool.post([&] { ran.set(); });
+    queued.set();
+    EXPECT_TRUE(ran.wait(test_support::kPatience / 2));
+    EXPECT_EQ(pool.threads(), 1u);
+}
+
+TEST(WorkerPool, HandsWhatIsQueuedToAnotherThreadWhereLongWorkGoesOn) {
+    WorkerPool pool("test", {.kept = 1, .most = 1});
     Event queued, ran, ended;
     pool.post([&] {
         EXPECT_TRUE(queued.wait());
         {
             const LongWork outer;
             const LongWork inner;  // long work within long work
-            EXPECT_TRUE(ran.wait(test_support::kPatience / 2));
+            EXPECT_TRUE(ran.wait());
         }
         ended.set();
     });
