@@ -1,6 +1,5 @@
 #include "baseapi/net/base_req.h"
 
-#include <array>
 #include <exception>
 #include <utility>
 
@@ -14,12 +13,15 @@
 namespace baseapi::inline v1 {
 namespace {
 
-constexpr std::array<std::pair<const char*, const char*>, 4> fixedHeaders{{
-    {"Accept", "*/*"},
-    {"Content-Type", "application/json; charset=utf-8"},
-    {"User-Agent", "DSDK"},
-    {"x-zq-agentname", "standard"},
-}};
+const RequestCore::Headers& fixedHeaders() {
+    static const auto& headers = *new RequestCore::Headers{
+        {"Accept", "*/*"},
+        {"Content-Type", "application/json; charset=utf-8"},
+        {"User-Agent", "DSDK"},
+        {"x-zq-agentname", "standard"},
+    };
+    return headers;
+}
 
 }  // namespace
 
@@ -62,8 +64,8 @@ void RequestCore::logRefusal(const EncodingError& error) {
 }
 
 void RequestCore::setFixedHeaders() {
-    if (!heads) heads.emplace();
-    for (const auto& [name, value] : fixedHeaders) heads->insert_or_assign(name, value);
+    auto extra = std::exchange(heads, fixedHeaders());
+    if (extra) heads->merge(*extra);
     heads->insert_or_assign("X-Traceid", makeTraceId());
     if (auto token = CloudInstance::shared().token.get())
         heads->insert_or_assign("Authorization", *std::move(token));

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <set>
+#include <thread>
 
 namespace baseapi {
 namespace {
@@ -18,6 +19,12 @@ TEST(TraceId, IsNewEachTime) {
     std::set<std::string> all;
     for (int i = 0; i < 1000; ++i) all.insert(makeTraceId());
     EXPECT_EQ(all.size(), 1000U);
+}
+
+TEST(TraceId, IsNewOnEachThread) {
+    std::set<std::string> all;
+    for (int i = 0; i < 10; ++i) std::thread([&] { all.insert(makeTraceId()); }).join();
+    EXPECT_EQ(all.size(), 10U);
 }
 
 }  // namespace
