@@ -19,6 +19,7 @@
 #include "baseapi/net/network_result.h"
 #include "tests/support/event.h"
 #include "tests/support/scripted_server.h"
+#include "tests/support/test_platform.h"
 
 namespace baseapi {
 
@@ -167,6 +168,7 @@ CallOutcome callOperation(Interface& service, std::string name, std::optional<st
 class ServiceTest : public testing::Test {
   protected:
     void SetUp() override { CloudInstance::shared().host = server_.url(); }
+    void TearDown() override { EXPECT_TRUE(test_support::transfersEnd()); }
 
     /// To be set before the first call.
     int status_ = 200;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -13,7 +12,6 @@
 
 #include "baseapi/core/cloud_instance.h"
 #include "baseapi/net/base_req.h"
-#include "baseapi/platform/platform.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/test_platform.h"
 
@@ -103,14 +101,7 @@ class SessionTest : public testing::Test {
         CloudInstance::shared().host = server_.url();
         CloudInstance::shared().token = std::nullopt;
     }
-    /// The last log line of a call comes after its callback: it must not fall into the next test.
-    void TearDown() override {
-        const auto deadline = std::chrono::steady_clock::now() + test_support::kPatience;
-        while (platform().http->running() > 0) {
-            ASSERT_LT(std::chrono::steady_clock::now(), deadline);
-            std::this_thread::yield();
-        }
-    }
+    void TearDown() override { EXPECT_TRUE(test_support::transfersEnd()); }
 
     /// What the service answers from now on.
     void answerWith(test_support::ScriptedServer::Handler handler) {

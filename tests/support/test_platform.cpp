@@ -1,13 +1,16 @@
 #include "tests/support/test_platform.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <thread>
 #include <utility>
 
 #include "baseapi/platform/platform.h"
 #include "baseapi/platform/serial_queue.h"
 #include "baseapi/platform/thread.h"
 #include "baseapi/platform/worker_pool.h"
+#include "tests/support/event.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test_support {
@@ -75,6 +78,15 @@ TestWaitClock& testWaitClock() {
 
 AddressBookDouble& addressBook() {
     return *testPlatform.addressBook;
+}
+
+bool transfersEnd() {
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    while (baseapi::platform().http->running() > 0) {
+        if (std::chrono::steady_clock::now() > deadline) return false;
+        std::this_thread::yield();
+    }
+    return true;
 }
 
 const std::filesystem::path& temporaryFolder() {

@@ -25,6 +25,10 @@ TestWaitClock& testWaitClock();
 /// The address book of this test program; empty and without a plan at first.
 AddressBookDouble& addressBook();
 
+/// Waits until no transfer is under way; false where that takes too long. The last log line of a call comes
+/// after its callback: it must not fall into the next test.
+[[nodiscard]] bool transfersEnd();
+
 /// Where the library puts its temporary files.
 const std::filesystem::path& temporaryFolder();
 

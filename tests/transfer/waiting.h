@@ -10,6 +10,7 @@
 #include "baseapi/platform/http_transport.h"
 #include "baseapi/platform/platform.h"
 #include "tests/support/event.h"
+#include "tests/support/test_platform.h"
 
 namespace baseapi {
 
@@ -33,7 +34,7 @@ inline void drainMainQueue() {
 /// Returns when no transfer is under way and no end of one is still on its way to somebody.
 inline void waitForQuiet() {
     do {
-        EXPECT_TRUE(eventually([] { return platform().http->running() == 0; }));
+        EXPECT_TRUE(test_support::transfersEnd());
         drainMainQueue();  // which may begin another
     } while (platform().http->running() > 0 && !testing::Test::HasFailure());
 }
