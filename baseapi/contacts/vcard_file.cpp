@@ -24,7 +24,7 @@ std::size_t lastCard(std::string_view text) {
 }  // namespace
 
 void parseVCardFile(const std::filesystem::path& path, const FoundContact& found) {
-    LocalFile file(path.native());
+    LocalFile file(path);
     std::string room(static_cast<std::size_t>(std::min(usualPiece, std::filesystem::file_size(path) + 1)),
                      '\0');
     std::size_t kept = 0;

@@ -64,6 +64,7 @@ void RequestCore::logRefusal(const EncodingError& error) {
 }
 
 void RequestCore::setFixedHeaders() {
+    // Of two headers of one name the fixed one stays.
     auto extra = std::exchange(heads, fixedHeaders());
     if (extra) heads->merge(*extra);
     heads->insert_or_assign("X-Traceid", makeTraceId());

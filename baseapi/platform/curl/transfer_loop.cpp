@@ -20,7 +20,7 @@ constexpr int kLooksPerTimeout = 20;
 
 constexpr std::chrono::milliseconds kLongestSleep{60'000};
 
-/// Of the calls, as long as there are no more at once.
+/// So many handles are made for calls before one is told another address.
 constexpr std::size_t kHandlesForCalls = 4;
 
 TransportError cancelledError() {
